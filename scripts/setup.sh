@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Installs every Debian 12 package Velmarinda needs to build, run and test.
+# Idempotent: when everything is already there it returns at once.
+set -euo pipefail
+PACKAGES=(
+  g++ cmake make pkg-config
+  qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libqt6printsupport6 libgl-dev
+  libsqlite3-dev libicu-dev
+  libgtest-dev libgmock-dev libbenchmark-dev
+  fonts-liberation xvfb xauth locales
+)
+missing=()
+for p in "${PACKAGES[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+  SUDO=""; [ "$(id -u)" -ne 0 ] && SUDO="sudo"
+  $SUDO apt-get update -q
+  DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -q --no-install-recommends "${missing[@]}"
+fi
+# The Spanish locale, so that the tests can prove the decimal point does not follow it.
+if ! locale -a 2>/dev/null | grep -qi '^es_ES.utf8$'; then
+  SUDO=""; [ "$(id -u)" -ne 0 ] && SUDO="sudo"
+  $SUDO sed -i 's/^# *es_ES.UTF-8 UTF-8/es_ES.UTF-8 UTF-8/' /etc/locale.gen
+  grep -q '^es_ES.UTF-8 UTF-8' /etc/locale.gen || echo 'es_ES.UTF-8 UTF-8' | $SUDO tee -a /etc/locale.gen >/dev/null
+  $SUDO locale-gen >/dev/null
+fi

@@ -1,0 +1,73 @@
+// Runtime errors and the four ways the program meets them:
+//  1. no trap: the error reaches the event loop, the runtime shows its message and
+//     the program ends (Untrapped);
+//  2. On Error Resume Next over a region: each statement that fails is skipped
+//     (ResumeNext);
+//  3. a trap that shows the number and description in one line and goes on;
+//  4. the save report of the document windows (save_report.h).
+#pragma once
+#include <QString>
+#include <exception>
+#include <functional>
+
+namespace vb {
+
+// A runtime error with its number and description, as the database engine and
+// the runtime raise them (3134 "Error de sintaxis en la instrucción INSERT INTO.",
+// 3022 duplicate key, 3346 wrong number of values, 13 type mismatch...).
+struct RuntimeError : std::exception {
+    int Number;
+    QString Description;
+    RuntimeError(int number, QString description)
+        : Number(number), Description(std::move(description)) {}
+    const char* what() const noexcept override;
+
+private:
+    mutable std::string what_;
+};
+
+[[noreturn]] void Raise(int number, const QString& description);
+
+// The runtime's Err object: the last error seen by a trap (ResumeNext, Try).
+struct ErrObject {
+    int Number = 0;
+    QString Description;
+    void Clear() { Number = 0; Description.clear(); }
+};
+ErrObject& Err();
+
+// "On Error Resume Next" over a region: each call runs one statement; a runtime
+// error in it is recorded in Err() and the next statement runs.
+//   vb::ResumeNext r;  r([&]{ ... });  r([&]{ ... });
+class ResumeNext {
+public:
+    // Runs one statement; returns false when it failed (and was skipped).
+    bool operator()(const std::function<void()>& statement);
+};
+
+// The runtime's End statement: thrown, unwinds whatever event procedure is
+// running, and is caught where the event entered the program, which then ends.
+struct EndProgram {};
+[[noreturn]] void End();
+
+// What happens with an error no procedure traps: the runtime's own message box
+// (title "Velmarinda", critical icon), then the program ends.
+[[noreturn]] void Untrapped(const RuntimeError& error);
+// The text of that message.
+QString UntrappedMessage(const RuntimeError& error);
+
+// Runs an event procedure as the runtime does: an untrapped error shows its
+// message and ends the program; End ends it. Every event that enters a window
+// goes through here.
+void RunEvent(const std::function<void()>& procedure);
+
+// How the program ends. The real program quits its event loop and exits; tests
+// and the scenario driver install a handler that records the end instead.
+using EndHandler = std::function<void()>;
+void SetEndHandler(EndHandler handler);
+// Called once the end has unwound to the event boundary.
+void ProgramEnded();
+bool HasEnded();
+void ResetEnded();
+
+} // namespace vb
