@@ -1,0 +1,25 @@
+// The session: the one open database and the program's start.
+#pragma once
+#include "core/record_store.h"
+#include <QString>
+
+namespace vel {
+
+// The open database datos.mdb, set once by Main and used by every window for all
+// its SQL. Never closed while the program runs.
+extern Database* BaseDatos;
+// The chain's catalogue, opened by the products window. Empty until then.
+extern Database* BaseCatalogo;
+
+// Sub Main: opens App.Path + "/datos.mdb" into BaseDatos (an untrapped error when
+// it is missing or unreadable: no window is shown) and shows the main window.
+void Main();
+// Ends the session: closes every window and the database (the scenario driver's
+// restart, and the real program's exit).
+void CloseSession();
+
+// Default installation tag and store.
+inline const QString kClienteProgramaPorDefecto = QStringLiteral("FERROBANDA");
+inline const QString kTiendaProgramaPorDefecto = QStringLiteral("1");
+
+} // namespace vel
