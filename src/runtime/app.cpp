@@ -1,5 +1,8 @@
 #include "runtime/app.h"
-#include <QCoreApplication>
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 namespace vb {
 namespace {
@@ -16,4 +19,13 @@ QString AppPath() {
 
 void SetAppPath(const QString& f) { folder() = f; }
 
+} // namespace vb
+
+namespace vb {
+void InstallSpanish(QApplication& app) {
+    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+    auto* qt = new QTranslator(&app);
+    if (qt->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        app.installTranslator(qt);
+}
 } // namespace vb

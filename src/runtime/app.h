@@ -3,10 +3,15 @@
 // it at a temporary folder.
 #pragma once
 #include <QString>
+class QApplication;
 
 namespace vb {
 
 QString AppPath();
 void SetAppPath(const QString& folder);
+
+// The toolkit speaks Spanish: button texts ("&Sí", "Aceptar", "Cancelar") and
+// calendar names. Numbers are never formatted by the locale (see vb.h).
+void InstallSpanish(QApplication& app);
 
 } // namespace vb

@@ -44,12 +44,19 @@ public:
     QString List(int index) const { return itemText(index); }
     QString Text() const;         // the edit text (editable) or the selected entry
     void SetText(const QString& text); // Change when the text differs
+    // Connects the edit box's typing to Change (once the combo is editable).
+    void hookEdit();
 signals:
     void Click();
     void Change();
 
+protected:
+    void keyPressEvent(QKeyEvent* e) override;
+    void showEvent(QShowEvent* e) override;
+
 private:
     bool quiet_ = false;
+    QLineEdit* hooked_ = nullptr;
 };
 
 class Label : public QLabel {

@@ -26,7 +26,12 @@ public:
     virtual ~MessageBoxService() = default;
     // title is already resolved (never empty).
     virtual int show(const QString& title, const QString& text, int style) = 0;
+    // The system's about box with the application's text and a second line.
+    virtual void about(const QString& application, const QString& notice) = 0;
 };
+
+// The about box of the system (ShellAbout): the program's name and a notice line.
+void ShellAbout(const QString& application, const QString& notice);
 // nullptr restores the real, on-screen boxes.
 void SetMessageBoxService(MessageBoxService* service);
 

@@ -1,0 +1,33 @@
+#include "core/session.h"
+#include "core/mdi.h"
+#include "runtime/app.h"
+#include "runtime/errors.h"
+
+namespace vel {
+
+Database* BaseDatos = nullptr;
+Database* BaseCatalogo = nullptr;
+
+// Sub Main, with no error trap: a database that can't be opened is an untrapped
+// error and no window is shown.
+void Main() {
+    const QString path = vb::AppPath() + QStringLiteral("/datos.mdb");
+    BaseDatos = Database::OpenDatabase(path).release();
+    auto* mdi = new MDI;
+    // Show loads the window first: MDIForm_Load runs before it appears.
+    mdi->MDIForm_Load();
+    mdi->show();
+}
+
+void CloseSession() {
+    if (MDI* mdi = MainWindow()) {
+        mdi->hide();
+        delete mdi;
+    }
+    delete BaseCatalogo;
+    BaseCatalogo = nullptr;
+    delete BaseDatos;
+    BaseDatos = nullptr;
+}
+
+} // namespace vel

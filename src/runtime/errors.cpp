@@ -1,0 +1,99 @@
+#include "runtime/errors.h"
+#include "runtime/msgbox.h"
+
+namespace vb {
+
+const char* RuntimeError::what() const noexcept {
+    if (what_.empty()) what_ = QStringLiteral("%1: %2").arg(Number).arg(Description).toStdString();
+    return what_.c_str();
+}
+
+void Raise(int number, const QString& description) { throw RuntimeError(number, description); }
+
+ErrObject& Err() {
+    static ErrObject err;
+    return err;
+}
+
+bool ResumeNext::operator()(const std::function<void()>& statement) {
+    try {
+        statement();
+        return true;
+    } catch (const RuntimeError& e) {
+        Err().Number = e.Number;
+        Err().Description = e.Description;
+        return false;
+    }
+}
+
+void End() { throw EndProgram{}; }
+
+QString UntrappedMessage(const RuntimeError& error) {
+    return QStringLiteral("Se ha producido el error '%1' en tiempo de ejecución:\n\n%2")
+        .arg(error.Number)
+        .arg(error.Description);
+}
+
+void Untrapped(const RuntimeError& error) {
+    MsgBox(UntrappedMessage(error), vbCritical);
+    End();
+}
+
+namespace {
+int depth = 0;
+bool ended = false;
+EndHandler& endHandler() {
+    static EndHandler h;
+    return h;
+}
+} // namespace
+
+// An event entering the program from the event loop is the boundary where an
+// untrapped error or End stops. An event raised by the program's own code (a
+// Click fired by setting ListIndex) runs inside the procedure that raised it, and
+// its errors travel up to that procedure as they would in the runtime.
+void RunEvent(const std::function<void()>& procedure) {
+    if (ended) return;
+    if (depth > 0) {
+        procedure();
+        return;
+    }
+    ++depth;
+    try {
+        try {
+            procedure();
+        } catch (const RuntimeError& e) {
+            Untrapped(e);
+        }
+    } catch (const EndProgram&) {
+        --depth;
+        ProgramEnded();
+        return;
+    }
+    --depth;
+}
+
+void SetEndHandler(EndHandler handler) { endHandler() = std::move(handler); }
+
+void ProgramEnded() {
+    if (ended) return;
+    ended = true;
+    if (endHandler()) endHandler()();
+}
+
+bool HasEnded() { return ended; }
+void ResetEnded() {
+    ended = false;
+    depth = 0;
+}
+
+// A modal box runs its own event loop: events that arrive while it is open enter
+// the program afresh.
+int EventDepthSave() {
+    int d = depth;
+    depth = 0;
+    return d;
+}
+void EventDepthRestore(int d) { depth = d; }
+
+} // namespace vb

@@ -1,0 +1,345 @@
+#include "runtime/forms.h"
+#include "runtime/errors.h"
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMdiSubWindow>
+#include <QPalette>
+
+namespace vb {
+
+// ---- ComboBox -------------------------------------------------------------------
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+    setInsertPolicy(QComboBox::NoInsert);
+    connect(this, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (!quiet_ && index >= 0) emit Click();
+    });
+}
+
+void ComboBox::hookEdit() {
+    if (!isEditable() || hooked_ == lineEdit()) return;
+    hooked_ = lineEdit();
+    // The runtime's combo completes nothing by itself: what is typed stays typed.
+    setCompleter(nullptr);
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
+        if (!quiet_) emit Change();
+    });
+}
+
+void ComboBox::AddItem(const QString& item) {
+    hookEdit();
+    quiet_ = true;
+    const int index = currentIndex();
+    const QString text = isEditable() ? currentText() : QString();
+    addItem(item);
+    if (index < 0 && currentIndex() >= 0) {
+        // Adding to a list selects nothing.
+        setCurrentIndex(-1);
+        if (isEditable()) lineEdit()->setText(text);
+    }
+    quiet_ = false;
+}
+
+void ComboBox::RemoveItem(int index) {
+    quiet_ = true;
+    removeItem(index);
+    quiet_ = false;
+}
+
+void ComboBox::Clear() {
+    hookEdit();
+    quiet_ = true;
+    clear();
+    if (isEditable()) clearEditText();
+    quiet_ = false;
+}
+
+void ComboBox::SetListIndex(int index) {
+    hookEdit();
+    setCurrentIndex(index);
+}
+
+QString ComboBox::Text() const { return currentText(); }
+
+void ComboBox::SetText(const QString& text) {
+    hookEdit();
+    if (isEditable()) {
+        if (currentText() == text) return;
+        quiet_ = true;
+        lineEdit()->setText(text);
+        quiet_ = false;
+        emit Change();
+        return;
+    }
+    const int index = findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+    if (index < 0) Raise(383, QStringLiteral("La propiedad 'Text' es de sólo lectura"));
+    setCurrentIndex(index);
+}
+
+void ComboBox::keyPressEvent(QKeyEvent* e) {
+    // Enter in a combo does nothing by itself (it never picks an entry).
+    if (e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter) {
+        e->ignore();
+        return;
+    }
+    QComboBox::keyPressEvent(e);
+}
+
+void ComboBox::showEvent(QShowEvent* e) {
+    hookEdit();
+    QComboBox::showEvent(e);
+}
+
+// ---- Label, Timer ------------------------------------------------------------------
+
+void Label::SetCaption(const QString& caption) {
+    if (text() == caption) return;
+    setText(caption);
+    emit Change();
+}
+
+Timer::Timer(QObject* parent) : QObject(parent) {
+    connect(&timer_, &QTimer::timeout, this, [this] { emit Tick(); });
+}
+
+void Timer::SetEnabled(bool on) {
+    enabled_ = on;
+    if (on && timer_.interval() > 0)
+        timer_.start();
+    else
+        timer_.stop();
+}
+
+void Timer::SetInterval(int ms) {
+    timer_.setInterval(ms);
+    SetEnabled(enabled_);
+}
+
+// ---- Properties -----------------------------------------------------------------------
+
+bool Enabled(const QWidget* w) { return !w->testAttribute(Qt::WA_ForceDisabled); }
+void SetEnabled(QWidget* w, bool on) { w->setEnabled(on); }
+void ToggleEnabled(QWidget* w) { w->setEnabled(!Enabled(w)); }
+bool Visible(const QWidget* w) { return !w->isHidden(); }
+void SetVisible(QWidget* w, bool on) { w->setVisible(on); }
+
+void SetFocus(QWidget* w) {
+    w->setFocus(Qt::OtherFocusReason);
+}
+
+void SelectAll(QWidget* w) {
+    if (auto* t = qobject_cast<QLineEdit*>(w))
+        t->selectAll();
+    else if (auto* c = qobject_cast<QComboBox*>(w); c && c->lineEdit())
+        c->lineEdit()->selectAll();
+}
+
+namespace {
+QColor toColor(long c) { return QColor(int(c & 0xFF), int((c >> 8) & 0xFF), int((c >> 16) & 0xFF)); }
+long fromColor(const QColor& c) { return long(c.red()) | (long(c.green()) << 8) | (long(c.blue()) << 16); }
+QPalette::ColorRole backRole(const QWidget* w) {
+    return (qobject_cast<const QLineEdit*>(w) || qobject_cast<const QComboBox*>(w)) ? QPalette::Base
+                                                                                      : QPalette::Window;
+}
+QPalette::ColorRole foreRole(const QWidget* w) {
+    return (qobject_cast<const QLineEdit*>(w) || qobject_cast<const QComboBox*>(w)) ? QPalette::Text
+                                                                                      : QPalette::WindowText;
+}
+} // namespace
+
+void SetBackColor(QWidget* w, long color) {
+    QPalette p = w->palette();
+    p.setColor(backRole(w), toColor(color));
+    w->setPalette(p);
+    if (backRole(w) == QPalette::Window) w->setAutoFillBackground(true);
+}
+
+void SetForeColor(QWidget* w, long color) {
+    QPalette p = w->palette();
+    p.setColor(foreRole(w), toColor(color));
+    w->setPalette(p);
+}
+
+long BackColor(const QWidget* w) { return fromColor(w->palette().color(backRole(w))); }
+long ForeColor(const QWidget* w) { return fromColor(w->palette().color(foreRole(w))); }
+
+int Value(const QCheckBox* c) { return c->isChecked() ? 1 : 0; }
+void SetValue(QCheckBox* c, int value) { c->setChecked(value != 0); }
+bool Value(const QRadioButton* o) { return o->isChecked(); }
+void SetValue(QRadioButton* o, bool value) { o->setChecked(value); }
+
+void SendKeys(const QString& keys) {
+    if (keys.compare(QStringLiteral("{tab}"), Qt::CaseInsensitive) != 0) return;
+    // Queued: the keystroke reaches whatever has the focus once the running
+    // procedure is over.
+    QTimer::singleShot(0, qApp, [] {
+        QWidget* f = QApplication::focusWidget();
+        if (!f) return;
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
+        QApplication::sendEvent(f, &press);
+        if (QWidget* g = QApplication::focusWidget()) {
+            QKeyEvent release(QEvent::KeyRelease, Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
+            QApplication::sendEvent(g, &release);
+        }
+    });
+}
+
+// ---- Form ----------------------------------------------------------------------------------
+
+Form::Form(QWidget* parent) : QWidget(parent) {}
+Form::~Form() = default;
+
+void Form::Load() {
+    RunEvent([this] { Form_Load(); });
+}
+
+void Form::Unload() {
+    if (unloaded_) return;
+    unloaded_ = true;
+    emit unloaded();
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+        sub->setAttribute(Qt::WA_DeleteOnClose);
+        sub->close();
+    } else {
+        close();
+        deleteLater();
+    }
+}
+
+void Form::closeEvent(QCloseEvent* e) {
+    if (!unloaded_) {
+        unloaded_ = true;
+        emit unloaded();
+    }
+    QWidget::closeEvent(e);
+}
+
+Form::Handlers& Form::handlers(QWidget* w) {
+    auto it = handlers_.find(w);
+    if (it == handlers_.end()) {
+        w->installEventFilter(this);
+        if (auto* c = qobject_cast<QComboBox*>(w); c && c->lineEdit()) c->lineEdit()->installEventFilter(this);
+        it = handlers_.emplace(w, Handlers{}).first;
+    }
+    return it->second;
+}
+
+void Form::OnClick(QAbstractButton* b, std::function<void()> proc) {
+    if (auto* o = qobject_cast<QRadioButton*>(b)) {
+        // An option button's Click: it becomes the chosen one, by the user or by code.
+        connect(o, &QRadioButton::toggled, this, [proc](bool on) {
+            if (on) RunEvent(proc);
+        });
+    } else if (auto* c = qobject_cast<QCheckBox*>(b)) {
+        connect(c, &QCheckBox::stateChanged, this, [proc](int) { RunEvent(proc); });
+    } else {
+        connect(b, &QAbstractButton::clicked, this, [proc] { RunEvent(proc); });
+    }
+}
+
+void Form::OnClick(ComboBox* c, std::function<void()> proc) {
+    connect(c, &ComboBox::Click, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnChange(QLineEdit* t, std::function<void()> proc) {
+    connect(t, &QLineEdit::textChanged, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnChange(ComboBox* c, std::function<void()> proc) {
+    c->hookEdit();
+    connect(c, &ComboBox::Change, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnChange(Label* l, std::function<void()> proc) {
+    connect(l, &Label::Change, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnGotFocus(QWidget* w, std::function<void()> proc) { handlers(w).gotFocus = std::move(proc); }
+void Form::OnLostFocus(QWidget* w, std::function<void()> proc) { handlers(w).lostFocus = std::move(proc); }
+void Form::OnKeyPress(QWidget* w, std::function<void(int&)> proc) { handlers(w).keyPress = std::move(proc); }
+void Form::OnDblClick(QWidget* w, std::function<void()> proc) { handlers(w).dblClick = std::move(proc); }
+
+void Form::OnTimer(Timer* t, std::function<void()> proc) {
+    connect(t, &Timer::Tick, this, [proc] { RunEvent(proc); });
+}
+
+namespace {
+// The key as the runtime's KeyPress sees it; 0 for keys that raise no KeyPress.
+int keyAscii(const QKeyEvent* k) {
+    switch (k->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab: return 0;
+    default: break;
+    }
+    if (k->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return 0;
+    const QString t = k->text();
+    if (t.isEmpty()) return 0;
+    const ushort u = t.at(0).unicode();
+    return u >= 32 ? int(u) : 0;
+}
+bool replaying = false;
+} // namespace
+
+bool Form::eventFilter(QObject* o, QEvent* e) {
+    QObject* target = o;
+    // An editable combo's edit box speaks for its combo.
+    if (auto* le = qobject_cast<QLineEdit*>(o); le && qobject_cast<QComboBox*>(le->parentWidget()) &&
+                                                 handlers_.count(le->parentWidget()))
+        target = le->parentWidget();
+    auto it = handlers_.find(target);
+    if (it == handlers_.end()) return QWidget::eventFilter(o, e);
+    Handlers& h = it->second;
+    switch (e->type()) {
+    case QEvent::FocusIn:
+    case QEvent::FocusOut: {
+        auto* f = static_cast<QFocusEvent*>(e);
+        // Another window taking or giving back the activation (a message box) is
+        // no change of focus inside the window.
+        if (f->reason() == Qt::ActiveWindowFocusReason || f->reason() == Qt::PopupFocusReason) break;
+        // The combo and its edit box both hear it: act once, for the combo.
+        if (target != o && qobject_cast<QComboBox*>(target)) break;
+        auto& proc = e->type() == QEvent::FocusIn ? h.gotFocus : h.lostFocus;
+        if (proc) RunEvent(proc);
+        break;
+    }
+    case QEvent::KeyPress: {
+        if (replaying || !h.keyPress) break;
+        auto* k = static_cast<QKeyEvent*>(e);
+        // Only the control with the focus presses keys; the same event offered to
+        // its parents is no new keystroke.
+        if (o != QApplication::focusWidget()) break;
+        int ascii = keyAscii(k);
+        if (ascii == 0) break;
+        const int original = ascii;
+        RunEvent([&] { h.keyPress(ascii); });
+        if (ascii == 0) return true;
+        if (ascii != original) {
+            const QString text = QString(QChar(ascii));
+            QKeyEvent replaced(QEvent::KeyPress, ascii == 13 ? Qt::Key_Return : ascii == 8 ? Qt::Key_Backspace : 0,
+                               Qt::NoModifier, text);
+            replaying = true;
+            QApplication::sendEvent(o, &replaced);
+            replaying = false;
+            return true;
+        }
+        break;
+    }
+    case QEvent::MouseButtonDblClick:
+        if (h.dblClick) {
+            RunEvent(h.dblClick);
+            return true;
+        }
+        break;
+    default: break;
+    }
+    return QWidget::eventFilter(o, e);
+}
+
+} // namespace vb

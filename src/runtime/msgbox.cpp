@@ -1,0 +1,80 @@
+#include "runtime/msgbox.h"
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace vb {
+
+int EventDepthSave();
+void EventDepthRestore(int d);
+
+QString AppTitle() { return QStringLiteral("Velmarinda"); }
+
+namespace {
+MessageBoxService* service = nullptr;
+
+struct ButtonSpec {
+    QMessageBox::StandardButton button;
+    int result;
+};
+
+std::vector<ButtonSpec> buttonsFor(int style) {
+    switch (style & 7) {
+    case vbOKCancel: return {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}};
+    case vbAbortRetryIgnore:
+        return {{QMessageBox::Abort, vbAbort}, {QMessageBox::Retry, vbRetry}, {QMessageBox::Ignore, vbIgnore}};
+    case vbYesNoCancel: return {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}, {QMessageBox::Cancel, vbCancel}};
+    case vbYesNo: return {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}};
+    case vbRetryCancel: return {{QMessageBox::Retry, vbRetry}, {QMessageBox::Cancel, vbCancel}};
+    default: return {{QMessageBox::Ok, vbOK}};
+    }
+}
+
+int showReal(const QString& title, const QString& text, int style) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(title);
+    box.setText(text);
+    switch (style & 0x70) {
+    case vbCritical: box.setIcon(QMessageBox::Critical); break;
+    case vbQuestion: box.setIcon(QMessageBox::Question); break;
+    case vbExclamation: box.setIcon(QMessageBox::Warning); break;
+    case vbInformation: box.setIcon(QMessageBox::Information); break;
+    default: box.setIcon(QMessageBox::NoIcon); break;
+    }
+    auto specs = buttonsFor(style);
+    std::vector<QPushButton*> buttons;
+    for (const auto& s : specs) buttons.push_back(box.addButton(s.button));
+    size_t def = (style & 0x300) >> 8;
+    if (def >= buttons.size()) def = 0;
+    box.setDefaultButton(buttons[def]);
+    // Escape answers Cancel where there is one, else the only button.
+    for (size_t i = 0; i < specs.size(); ++i)
+        if (specs[i].result == vbCancel || specs.size() == 1) box.setEscapeButton(buttons[i]);
+    box.exec();
+    for (size_t i = 0; i < buttons.size(); ++i)
+        if (box.clickedButton() == buttons[i]) return specs[i].result;
+    return specs[def].result;
+}
+} // namespace
+
+int MsgBox(const QString& prompt, int style, const QString& title) {
+    const QString t = title.isEmpty() ? AppTitle() : title;
+    int saved = EventDepthSave();
+    int answer = service ? service->show(t, prompt, style) : showReal(t, prompt, style);
+    EventDepthRestore(saved);
+    return answer;
+}
+
+void SetMessageBoxService(MessageBoxService* s) { service = s; }
+
+void ShellAbout(const QString& application, const QString& notice) {
+    int saved = EventDepthSave();
+    if (service)
+        service->about(application, notice);
+    else
+        QMessageBox::about(QApplication::activeWindow(), QStringLiteral("Acerca de %1").arg(application),
+                           application + QStringLiteral("\n") + notice);
+    EventDepthRestore(saved);
+}
+
+} // namespace vb
