@@ -1,0 +1,204 @@
+// The forms bridge behaves as the windows expect of the runtime: the order of
+// focus events, KeyPress that discards or replaces keys, Enter sent on as Tab,
+// combo Click and Change, and errors that end the program.
+#include "runtime/errors.h"
+#include "runtime/forms.h"
+#include "runtime/msgbox.h"
+#include <QApplication>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace {
+
+class RecordingBoxes : public vb::MessageBoxService {
+public:
+    QStringList shown;
+    int show(const QString& title, const QString& text, int style) override {
+        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
+        return vb::vbOK;
+    }
+    void about(const QString& a, const QString& n) override { shown << a + "|" + n; }
+};
+
+// A small window of the kind the program has: two text boxes, a combo, a button.
+class SampleForm : public vb::Form {
+public:
+    QLineEdit* Text1 = new QLineEdit(this);
+    QLineEdit* Text2 = new QLineEdit(this);
+    vb::ComboBox* Combo1 = new vb::ComboBox(this);
+    QPushButton* Command1 = new QPushButton(QStringLiteral("&Aceptar"), this);
+    QStringList log;
+
+    SampleForm() {
+        auto* l = new QVBoxLayout(this);
+        for (QWidget* w : {static_cast<QWidget*>(Text1), static_cast<QWidget*>(Text2),
+                           static_cast<QWidget*>(Combo1), static_cast<QWidget*>(Command1)})
+            l->addWidget(w);
+        Text1->setObjectName("Text1");
+        Text2->setObjectName("Text2");
+        Combo1->setObjectName("Combo1");
+        OnGotFocus(Text1, [this] { log << "Text1_GotFocus"; });
+        OnLostFocus(Text1, [this] { log << "Text1_LostFocus"; });
+        OnGotFocus(Text2, [this] { log << "Text2_GotFocus"; });
+        OnLostFocus(Text2, [this] { log << "Text2_LostFocus"; });
+        OnChange(Text2, [this] { log << "Text2_Change:" + Text2->text(); });
+        OnClick(Combo1, [this] { log << "Combo1_Click:" + Combo1->Text(); });
+        OnChange(Combo1, [this] { log << "Combo1_Change:" + Combo1->Text(); });
+        OnKeyPress(Text1, [this](int& KeyAscii) {
+            if (KeyAscii == 13) {
+                KeyAscii = 0;
+                vb::SendKeys("{tab}");
+            } else if (KeyAscii == 'x') {
+                KeyAscii = 0; // discarded
+            } else if (KeyAscii == 'a') {
+                KeyAscii = 'b'; // replaced
+            }
+        });
+    }
+};
+
+class FormsBridge : public ::testing::Test {
+protected:
+    RecordingBoxes boxes;
+    SampleForm* form = nullptr;
+    bool endedSeen = false;
+
+    void SetUp() override {
+        vb::SetMessageBoxService(&boxes);
+        vb::ResetEnded();
+        vb::SetEndHandler([this] { endedSeen = true; });
+        form = new SampleForm;
+        form->show();
+        form->activateWindow();
+        settle();
+    }
+    void TearDown() override {
+        delete form;
+        vb::SetMessageBoxService(nullptr);
+        vb::SetEndHandler(nullptr);
+        vb::ResetEnded();
+    }
+    static void settle() {
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(FormsBridge, LostFocusOfTheOldControlComesBeforeGotFocusOfTheNew) {
+    vb::SetFocus(form->Text1);
+    form->log.clear();
+    vb::SetFocus(form->Text2);
+    EXPECT_EQ(form->log, (QStringList{"Text1_LostFocus", "Text2_GotFocus"}));
+}
+
+TEST_F(FormsBridge, EnterInAFieldMovesToTheNextControlAfterTheProcedure) {
+    vb::SetFocus(form->Text1);
+    QTest::keyClick(form->Text1, Qt::Key_Return);
+    // The tab is queued as a keystroke: it arrives once events run.
+    settle();
+    EXPECT_EQ(QApplication::focusWidget(), form->Text2);
+    EXPECT_EQ(form->Text1->text(), "");
+}
+
+TEST_F(FormsBridge, KeyPressDiscardsAndReplacesKeys) {
+    vb::SetFocus(form->Text1);
+    QTest::keyClicks(form->Text1, "xaz");
+    EXPECT_EQ(form->Text1->text(), "bz");
+}
+
+TEST_F(FormsBridge, ChangeFiresForTypingAndForCode) {
+    form->Text2->setText("12");
+    vb::SetFocus(form->Text2);
+    form->Text2->selectAll();
+    QTest::keyClicks(form->Text2, "7");
+    EXPECT_TRUE(form->log.contains("Text2_Change:12"));
+    EXPECT_TRUE(form->log.contains("Text2_Change:7"));
+}
+
+TEST_F(FormsBridge, ComboClickFiresOnSelectionNotOnAddItemOrClear) {
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->AddItem("02 DOS");
+    EXPECT_EQ(form->Combo1->ListIndex(), -1);
+    form->Combo1->SetListIndex(1);
+    form->Combo1->Clear();
+    EXPECT_EQ(form->log, (QStringList{"Combo1_Click:02 DOS"}));
+    EXPECT_EQ(form->Combo1->ListCount(), 0);
+}
+
+TEST_F(FormsBridge, EditableComboChangeFiresForTypingAndForCodeButNotForSelection) {
+    form->Combo1->setEditable(true);
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->SetText("9");
+    form->Combo1->SetListIndex(0);
+    vb::SetFocus(form->Combo1);
+    form->Combo1->lineEdit()->selectAll();
+    QTest::keyClicks(form->Combo1, "4");
+    EXPECT_EQ(form->log, (QStringList{"Combo1_Change:9", "Combo1_Click:01 UNO", "Combo1_Change:4"}));
+}
+
+TEST_F(FormsBridge, TogglingEnabledFlipsEachTime) {
+    vb::ToggleEnabled(form->Command1);
+    EXPECT_FALSE(vb::Enabled(form->Command1));
+    vb::ToggleEnabled(form->Command1);
+    EXPECT_TRUE(vb::Enabled(form->Command1));
+}
+
+TEST_F(FormsBridge, ColoursReadBackAsTheRuntimeNumbers) {
+    vb::SetBackColor(form->Text1, 255);
+    vb::SetForeColor(form->Text1, 16777215);
+    EXPECT_EQ(vb::BackColor(form->Text1), 255);
+    EXPECT_EQ(vb::ForeColor(form->Text1), 16777215);
+}
+
+TEST_F(FormsBridge, AnUntrappedErrorShowsTheRuntimeMessageAndEndsTheProgram) {
+    bool after = false;
+    vb::RunEvent([&] {
+        vb::Raise(3134, "Error de sintaxis en la instrucción INSERT INTO.");
+        after = true;
+    });
+    EXPECT_FALSE(after);
+    EXPECT_TRUE(endedSeen);
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0], "Velmarinda|Se ha producido el error '3134' en tiempo de ejecución:\n\n"
+                              "Error de sintaxis en la instrucción INSERT INTO.|16");
+}
+
+TEST_F(FormsBridge, AnErrorInAnEventRaisedByCodeReachesTheProcedureThatRaisedIt) {
+    form->Combo1->AddItem("01 UNO");
+    // The Click raised by setting ListIndex fails; the calling procedure's
+    // resume-next trap sees the error, so nothing ends.
+    QObject::connect(form->Combo1, &vb::ComboBox::Click, form, [] {
+        vb::RunEvent([] { vb::Raise(94, "Uso no válido de Null"); });
+    });
+    bool trapped = false;
+    vb::RunEvent([&] {
+        vb::ResumeNext r;
+        trapped = !r([&] { form->Combo1->SetListIndex(0); });
+    });
+    EXPECT_TRUE(trapped);
+    EXPECT_FALSE(endedSeen);
+    EXPECT_EQ(vb::Err().Number, 94);
+}
+
+TEST_F(FormsBridge, EndStopsTheProcedureAndTheProgram) {
+    bool after = false;
+    vb::RunEvent([&] {
+        vb::End();
+        after = true;
+    });
+    EXPECT_FALSE(after);
+    EXPECT_TRUE(endedSeen);
+    // Events after the end are not run.
+    bool ran = false;
+    vb::RunEvent([&] { ran = true; });
+    EXPECT_FALSE(ran);
+}
+
+TEST_F(FormsBridge, AMessageBoxWithNoTitleTakesTheProgramName) {
+    vb::MsgBox("No hay datos disponibles");
+    vb::MsgBox("Se necesita un Código y un Nombre", vb::vbOKOnly, "Atención");
+    EXPECT_EQ(boxes.shown, (QStringList{"Velmarinda|No hay datos disponibles|0",
+                                        "Atención|Se necesita un Código y un Nombre|0"}));
+}
+
+} // namespace
