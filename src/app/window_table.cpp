@@ -1,4 +1,12 @@
 #include "app/window_table.h"
+#include "masterdata/bancos.h"
+#include "masterdata/estructura.h"
+#include "masterdata/falmacenes.h"
+#include "masterdata/fformapago.h"
+#include "masterdata/foperador.h"
+#include "masterdata/ftienda.h"
+#include "masterdata/sucursales.h"
+#include "masterdata/tipoiva.h"
 
 // Windows, one include and one line each.
 
@@ -6,7 +14,14 @@ namespace vel {
 
 const std::map<QString, WindowEntry>& WindowTable() {
     static const std::map<QString, WindowEntry> table = {
-        // {"MnuArchivoItemMantenimientotiendas", {"Ftienda", [] { return new Ftienda; }}},
+        {"mnuArchivoItemMantenimientoIva", {"TipoIva", [] { return new TipoIva; }}},
+        {"MnuArchivoItemMantenimientoBancos", {"Bancos", [] { return new Bancos; }}},
+        {"MnuArchivoItemMantenimientosucursales", {"Sucursales", [] { return new Sucursales; }}},
+        {"mnuArchivoItemMantenimientoEstructura", {"Estructura", [] { return new Estructura; }}},
+        {"MnuArchivoItemMantenimientotiendas", {"Ftienda", [] { return new Ftienda; }}},
+        {"MnuArchivoItemMantenimientoalmacenes", {"Falmacenes", [] { return new Falmacenes; }}},
+        {"MnuArchivoItemMantenimientooperadores", {"Foperador", [] { return new Foperador; }}},
+        {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
     };
     return table;
 }

@@ -1,0 +1,86 @@
+#include "masterdata/bancos.h"
+#include "ui_bancos.h"
+
+#include "core/session.h"
+#include "runtime/variant.h"
+#include "runtime/vb.h"
+
+namespace vel {
+
+Bancos::Bancos(QWidget* parent) : ModelessWindow(parent), ui(std::make_unique<Ui::Bancos>()) {
+    ui->setupUi(this);
+    OnClick(ui->Combobanco, [this] { Combobanco_Click(); });
+    OnChange(ui->Combobanco, [this] { Combobanco_Change(); });
+    OnClick(ui->BotonAceptar, [this] { BotonAceptar_Click(); });
+    OnClick(ui->BotonBorrar, [this] { BotonBorrar_Click(); });
+    OnClick(ui->BotonCancelar, [this] { BotonCancelar_Click(); });
+    // The name is taken as typed: no upper-casing in this window.
+    CampoConFoco(ui->TextoNombre, ui->BotonAceptar);
+    CadenaEnter({ui->Combobanco, ui->TextoNombre, ui->BotonAceptar});
+}
+
+Bancos::~Bancos() = default;
+
+void Bancos::Form_Load() {
+    ActualizaCombo();
+}
+
+void Bancos::ActualizaCombo() {
+    LlenaCombo(ui->Combobanco, "select * from bancos order by codigo_banco",
+               [](const Recordset& rs) { return rs.Fields("codigo_banco").str(); });
+}
+
+void Bancos::Combobanco_Change() {
+    Combobanco_Click();
+}
+
+void Bancos::Combobanco_Click() {
+    if (!CodigoNumerico(ui->Combobanco))
+        return;
+    auto rs = BaseDatos->OpenRecordset("select * from bancos where codigo_banco='" +
+                                       ui->Combobanco->Text() + "'");
+    if (rs->AbsolutePosition() == -1) {
+        ui->TextoNombre->setText("");
+    } else {
+        if (!vb::IsNull(rs->Fields("nombre_banco")))
+            ui->TextoNombre->setText(rs->Fields("nombre_banco").str());
+    }
+    rs->Close();
+}
+
+void Bancos::BotonAceptar_Click() {
+    if (!CodigoNumerico(ui->Combobanco))
+        return;
+    // The search takes the code as typed and the insert the code with four
+    // digits: "1" is looked for as '1' and inserted as '0001', even when '0001'
+    // is already there.
+    auto rs = BaseDatos->OpenRecordset("select codigo_banco from bancos where codigo_banco= '" +
+                                       ui->Combobanco->Text() + "'");
+    if (rs->AbsolutePosition() != -1) {
+        BaseDatos->Execute("update bancos set nombre_banco='" + ui->TextoNombre->text() +
+                           "' where codigo_banco= '" + rs->Fields("codigo_banco").str() + "' ");
+    } else {
+        BaseDatos->Execute("insert into bancos values('" + vb::Format(ui->Combobanco->Text(), "0000") +
+                           "','" + ui->TextoNombre->text() + "')");
+    }
+    vb::SetEnabled(ui->BotonAceptar, false);
+    ActualizaCombo();
+}
+
+void Bancos::BotonBorrar_Click() {
+    if (!CodigoNumerico(ui->Combobanco))
+        return;
+    auto rs = BaseDatos->OpenRecordset("select * from bancos where codigo_banco='" +
+                                       ui->Combobanco->Text() + "'");
+    // Only the bank goes: its branches stay in bancos_sucursales.
+    BorradoConPregunta(*rs, "No existe el codigo del banco", "¿Esta seguro de borrar este codigo de banco?",
+                       [this](Recordset& fila) {
+                           BaseDatos->Execute("delete *  from bancos where codigo_banco='" +
+                                              fila.Fields("codigo_banco").str() + "'");
+                           fila.Close();
+                           ui->TextoNombre->setText("");
+                       });
+    ActualizaCombo();
+}
+
+} // namespace vel

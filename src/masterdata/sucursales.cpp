@@ -1,0 +1,128 @@
+#include "masterdata/sucursales.h"
+#include "ui_sucursales.h"
+
+#include "core/session.h"
+#include "runtime/variant.h"
+#include "runtime/vb.h"
+
+namespace vel {
+
+Sucursales::Sucursales(QWidget* parent) : ModelessWindow(parent), ui(std::make_unique<Ui::Sucursales>()) {
+    ui->setupUi(this);
+    OnClick(ui->OpcionCodigo, [this] { OpcionCodigo_Click(); });
+    OnClick(ui->OpcionNombre, [this] { OpcionNombre_Click(); });
+    OnClick(ui->Combobanco, [this] { Combobanco_Click(); });
+    OnClick(ui->Combosucursal, [this] { Combosucursal_Click(); });
+    OnChange(ui->Combosucursal, [this] { Combosucursal_Change(); });
+    OnClick(ui->BotonAceptar, [this] { BotonAceptar_Click(); });
+    OnClick(ui->BotonBorrar, [this] { BotonBorrar_Click(); });
+    OnClick(ui->BotonCancelar, [this] { BotonCancelar_Click(); });
+    CampoConFoco(ui->TextoNombre, ui->BotonAceptar);
+    CampoConFoco(ui->TextoDireccion, ui->BotonAceptar);
+    // Enter is handled in the two boxes only; the branch combo has none.
+    CadenaEnter({ui->TextoNombre, ui->TextoDireccion, ui->BotonAceptar});
+}
+
+Sucursales::~Sucursales() = default;
+
+void Sucursales::Form_Load() {
+    ActualizaComboBancos();
+}
+
+QString Sucursales::Banco() const {
+    return vb::Left(ui->Combobanco->Text(), 4);
+}
+
+QString Sucursales::Sucursal() const {
+    return vb::Format(ui->Combosucursal->Text(), "0000");
+}
+
+void Sucursales::ActualizaComboBancos() {
+    const QString sql = vb::Value(ui->OpcionCodigo) ? "select * from bancos order by codigo_banco asc"
+                                                    : "select * from bancos order by nombre_banco asc";
+    LlenaCombo(ui->Combobanco, sql, [](const Recordset& rs) {
+        return TextoCampo(rs, "codigo_banco") + " " + TextoCampo(rs, "nombre_banco");
+    });
+}
+
+void Sucursales::ActualizaComboSucursal() {
+    // Always in branch code order, whatever the order of the banks.
+    LlenaCombo(ui->Combosucursal,
+               "select * from bancos_sucursales where codigo_banco='" + Banco() +
+                   "' order by codigo_sucursal asc",
+               [](const Recordset& rs) { return rs.Fields("codigo_sucursal").str(); });
+}
+
+void Sucursales::OpcionCodigo_Click() {
+    ActualizaComboBancos();
+}
+
+void Sucursales::OpcionNombre_Click() {
+    ActualizaComboBancos();
+}
+
+void Sucursales::Combobanco_Click() {
+    ActualizaComboSucursal();
+}
+
+void Sucursales::Combosucursal_Change() {
+    Combosucursal_Click();
+}
+
+void Sucursales::Combosucursal_Click() {
+    if (!CodigoNumerico(ui->Combosucursal))
+        return;
+    auto rs = BaseDatos->OpenRecordset("select * from bancos_sucursales where codigo_sucursal='" +
+                                       Sucursal() + "' and codigo_banco='" + Banco() + "'");
+    if (rs->AbsolutePosition() == -1) {
+        ui->TextoNombre->setText("");
+        ui->TextoDireccion->setText("");
+    } else {
+        if (!vb::IsNull(rs->Fields("nombre_sucursal")))
+            ui->TextoNombre->setText(rs->Fields("nombre_sucursal").str());
+        if (!vb::IsNull(rs->Fields("direccion_sucursal")))
+            ui->TextoDireccion->setText(rs->Fields("direccion_sucursal").str());
+    }
+    rs->Close();
+}
+
+void Sucursales::BotonAceptar_Click() {
+    if (!CodigoNumerico(ui->Combosucursal))
+        return;
+    const QString banco = Banco();
+    const QString sucursal = Sucursal();
+    auto rs = BaseDatos->OpenRecordset(
+        "select codigo_sucursal,codigo_banco from bancos_sucursales where codigo_banco='" + banco +
+        "' and codigo_sucursal='" + sucursal + "'");
+    if (rs->AbsolutePosition() != -1) {
+        BaseDatos->Execute("update bancos_sucursales set  codigo_sucursal='" + sucursal + "',codigo_banco='" +
+                           banco + "',nombre_sucursal='" + ui->TextoNombre->text() +
+                           "',direccion_sucursal='" + ui->TextoDireccion->text() + "' where codigo_banco='" +
+                           rs->Fields("codigo_banco").str() + "' and codigo_sucursal='" +
+                           vb::Left(sucursal, 4) + "'");
+    } else {
+        BaseDatos->Execute("insert into bancos_sucursales values('" + sucursal + "','" + banco + "','" +
+                           ui->TextoNombre->text() + "','" + ui->TextoDireccion->text() + "')");
+    }
+    vb::SetEnabled(ui->BotonAceptar, false);
+    ActualizaComboSucursal();
+}
+
+void Sucursales::BotonBorrar_Click() {
+    if (!CodigoNumerico(ui->Combosucursal))
+        return;
+    auto rs = BaseDatos->OpenRecordset("select * from bancos_sucursales where codigo_banco='" + Banco() +
+                                       "' and codigo_sucursal='" + Sucursal() + "'");
+    BorradoConPregunta(*rs, "No existe el codigo de la sucursal",
+                       "¿Esta seguro de borrar este codigo de sucursal?", [this](Recordset& fila) {
+                           BaseDatos->Execute("delete *  from bancos_sucursales where codigo_banco='" +
+                                              fila.Fields("codigo_banco").str() + "' and codigo_sucursal='" +
+                                              fila.Fields("codigo_sucursal").str() + "'");
+                           fila.Close();
+                           ui->TextoNombre->setText("");
+                           ui->TextoDireccion->setText("");
+                       });
+    ActualizaComboSucursal();
+}
+
+} // namespace vel
