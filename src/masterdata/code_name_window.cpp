@@ -1,0 +1,75 @@
+#include "masterdata/code_name_window.h"
+
+#include "core/record_store.h"
+#include "core/session.h"
+#include "runtime/vb.h"
+#include "ui_code_name_window.h"
+
+namespace vel {
+
+namespace {
+// A key or number as it stands in a statement: Val of the text, turned to text.
+QString Numero(const QString& texto) { return vb::CStr(vb::Val(texto)); }
+} // namespace
+
+CodeNameWindow::CodeNameWindow(const CodeNameTable& tabla, QWidget* parent)
+    : MaintenanceWindow(parent), T(tabla), ui(std::make_unique<Ui::CodeNameWindow>()) {
+    setObjectName(T.ventana);
+    ui->setupUi(this);
+    SetCaption(T.titulo);
+    // The third field bears the name and label of its table.
+    Textotercero = ui->Textdireccion;
+    Textotercero->setObjectName(T.campo);
+    ui->Labeldireccion->setObjectName(QStringLiteral("Label") + T.campo.mid(4).toLower());
+    ui->Labeldireccion->setText(T.etiqueta);
+    MontarVentana({ui->Textcodigo, ui->Textnombre, Textotercero});
+}
+
+CodeNameWindow::~CodeNameWindow() = default;
+
+// With the stores' table, the statements read:
+//   SELECT * FROM tienda ORDER BY codigo_tienda
+//   SELECT * FROM tienda WHERE codigo_tienda = <Val of the code>
+//   INSERT INTO tienda VALUES (<code as typed>, '<NAME>', '<ADDRESS>')
+//   UPDATE tienda SET  nombre_tienda = '<NAME>', direccion_tienda = '<ADDRESS>' WHERE codigo_tienda = <Val>
+//   DELETE FROM tienda WHERE codigo_tienda = <Val>
+// Nothing is checked against any other table: a store, warehouse or operator
+// still named by documents or by config.ini can be deleted.
+
+QString CodeNameWindow::SentenciaLista() const {
+    return "SELECT * FROM " + T.tabla + " ORDER BY " + T.clave;
+}
+
+QString CodeNameWindow::EntradaCombo(const Recordset& rs) const {
+    return rs.Fields(T.clave).str();
+}
+
+QString CodeNameWindow::SentenciaBuscarCodigo(const QString& codigo) const {
+    return "SELECT * FROM " + T.tabla + " WHERE " + T.clave + " = " + Numero(codigo);
+}
+
+QString CodeNameWindow::SentenciaInsertar() const {
+    // The code goes in as typed, where every other statement passes it through Val.
+    return "INSERT INTO " + T.tabla + " VALUES (" + Textcodigo->text() + ", '" +
+           vb::UCase(Textnombre->text()) + "', '" + vb::UCase(Textotercero->text()) + "')";
+}
+
+QString CodeNameWindow::SentenciaModificar() const {
+    // Two blanks after SET, as the statement has always been written.
+    return "UPDATE " + T.tabla + " SET  " + T.nombre + " = '" + vb::UCase(Textnombre->text()) +
+           "', " + T.tercera + " = '" + vb::UCase(Textotercero->text()) + "' WHERE " + T.clave +
+           " = " + Numero(Textcodigo->text());
+}
+
+QString CodeNameWindow::SentenciaEliminar() const {
+    return "DELETE FROM " + T.tabla + " WHERE " + T.clave + " = " + Numero(Textcodigo->text());
+}
+
+void CodeNameWindow::Combocodigo_Click() {
+    auto Registro = BaseDatos->OpenRecordset(SentenciaBuscarCodigo(Combocodigo->Text()));
+    Textcodigo->setText(Registro->Fields(T.clave).str());
+    Textnombre->setText(Registro->Fields(T.nombre).str());
+    Textotercero->setText(Registro->Fields(T.tercera).str());
+}
+
+} // namespace vel

@@ -1,0 +1,199 @@
+#include "masterdata/fformapago.h"
+
+#include "core/record_store.h"
+#include "core/session.h"
+#include "runtime/vb.h"
+#include "ui_fformapago.h"
+
+namespace vel {
+
+namespace {
+// dias01_formapago .. dias12_formapago for the boxes 0 .. 11.
+QString ColumnaDias(int i) {
+    return QStringLiteral("dias") + vb::Format(i + 1, QStringLiteral("00")) + QStringLiteral("_formapago");
+}
+// Only digits and Backspace get through; everything else is discarded.
+void SoloDigitos(int& KeyAscii) {
+    if (KeyAscii != 8 && (KeyAscii < 48 || KeyAscii > 57)) KeyAscii = 0;
+}
+} // namespace
+
+Fformapago::Fformapago(QWidget* parent)
+    : MaintenanceWindow(parent), ui(std::make_unique<Ui::Fformapago>()) {
+    setObjectName(QStringLiteral("Fformapago"));
+    ui->setupUi(this);
+    Textvencimientos = ui->Textvencimientos;
+    OptionC = ui->OptionC;
+    OptionN = ui->OptionN;
+    Textven = {ui->Textven_0, ui->Textven_1, ui->Textven_2, ui->Textven_3,
+               ui->Textven_4, ui->Textven_5, ui->Textven_6, ui->Textven_7,
+               ui->Textven_8, ui->Textven_9, ui->Textven_10, ui->Textven_11};
+    for (int i = 0; i < 12; ++i) Textven[i]->setObjectName(QStringLiteral("Textven(%1)").arg(i));
+
+    // Texto flips the code, the name and the number of due dates, not the day
+    // boxes: those follow the number of due dates (Textvencimientos_LostFocus).
+    MontarVentana({ui->Textcodigo, ui->Textnombre, Textvencimientos});
+
+    OnClick(OptionC, [this] { OptionC_Click(); });
+    OnClick(OptionN, [this] { OptionN_Click(); });
+    OnLostFocus(Textvencimientos, [this] { Textvencimientos_LostFocus(); });
+}
+
+Fformapago::~Fformapago() = default;
+
+void Fformapago::Form_Load() {
+    vb::SetEnabled(OptionC, false);
+    vb::SetEnabled(OptionN, false);
+    Borrar();
+    Texto();
+    for (QLineEdit* caja : Textven) vb::SetEnabled(caja, false);
+    vb::SetVisible(Combocodigo, false);
+    ModoVentana = QString();
+}
+
+// Borrar empties all fifteen boxes.
+void Fformapago::Borrar() {
+    MaintenanceWindow::Borrar();
+    for (QLineEdit* caja : Textven) caja->setText(QString());
+}
+
+// Consultar, Borrar and Modificar set the buttons one by one instead of flipping
+// them with Botones, so running them again is harmless to the buttons: the
+// order options run them again to refill the list.
+void Fformapago::BotonesDeSeleccion() {
+    vb::SetEnabled(Commandnuevo, false);
+    vb::SetEnabled(Commandborrar, false);
+    vb::SetEnabled(Commandconsultar, false);
+    vb::SetEnabled(Commandmodificar, false);
+    vb::SetEnabled(Commandaceptar, true);
+    vb::SetEnabled(OptionC, true);
+    vb::SetEnabled(OptionN, true);
+    vb::SetVisible(Combocodigo, true);
+}
+
+void Fformapago::Commandmodificar_Click() {
+    ModoVentana = QStringLiteral("M");
+    // Texto is still a toggle: a change of order while modifying runs this
+    // procedure again and so flips the code, name and due-date boxes off (and a
+    // second change flips them on again). Only the buttons are set directly.
+    Texto();
+    BotonesDeSeleccion();
+    LlenarCombocodigo();
+}
+
+void Fformapago::Commandconsultar_Click() {
+    ModoVentana = QStringLiteral("O");
+    BotonesDeSeleccion();
+    LlenarCombocodigo();
+}
+
+void Fformapago::Commandborrar_Click() {
+    ModoVentana = QStringLiteral("B");
+    BotonesDeSeleccion();
+    LlenarCombocodigo();
+}
+
+// The options run again the button of the current mode; in "N" or idle, nothing.
+void Fformapago::OptionC_Click() {
+    if (ModoVentana == QLatin1String("O")) Commandconsultar_Click();
+    else if (ModoVentana == QLatin1String("B")) Commandborrar_Click();
+    else if (ModoVentana == QLatin1String("M")) Commandmodificar_Click();
+}
+
+void Fformapago::OptionN_Click() {
+    if (ModoVentana == QLatin1String("O")) Commandconsultar_Click();
+    else if (ModoVentana == QLatin1String("B")) Commandborrar_Click();
+    else if (ModoVentana == QLatin1String("M")) Commandmodificar_Click();
+}
+
+QString Fformapago::SentenciaLista() const {
+    if (vb::Value(OptionC)) return QStringLiteral("SELECT * FROM formapago ORDER BY codigo_formapago");
+    return QStringLiteral("SELECT * FROM formapago ORDER BY nombre_formapago");
+}
+
+// The entries are fixed columns, read back by position in Combocodigo_Click:
+//  - by code: the code followed by 54 blanks and cut to its first 3 characters,
+//    that is, the code padded with blanks to three characters; then "/" and the
+//    name. "CO" gives "CO /CONTADO".
+//  - by name: the name padded with blanks to 50 characters, "/" and the code.
+QString Fformapago::EntradaCombo(const Recordset& rs) const {
+    const QString codigo = rs.Fields(QStringLiteral("codigo_formapago")).str();
+    const QString nombre = rs.Fields(QStringLiteral("nombre_formapago")).str();
+    if (vb::Value(OptionC)) return vb::Left(codigo + vb::Space(54), 3) + "/" + nombre;
+    return vb::Left(nombre + vb::Space(50), 50) + "/" + codigo;
+}
+
+void Fformapago::Combocodigo_Click() {
+    // The key is taken by position, padding included: a code of fewer than three
+    // characters, or a name of fewer than fifty, is searched with its blanks.
+    QString sentencia;
+    if (vb::Value(OptionC))
+        sentencia = "SELECT * FROM formapago WHERE codigo_formapago = '" + vb::Left(Combocodigo->Text(), 3) + "'";
+    else
+        sentencia = "SELECT * FROM formapago WHERE nombre_formapago = '" + vb::Left(Combocodigo->Text(), 50) + "'";
+    auto Registro = BaseDatos->OpenRecordset(sentencia);
+    Textcodigo->setText(Registro->Fields(QStringLiteral("codigo_formapago")).str());
+    Textnombre->setText(Registro->Fields(QStringLiteral("nombre_formapago")).str());
+    Textvencimientos->setText(vb::Format(Registro->Fields(QStringLiteral("vencimientos_formapago")).num(), QStringLiteral("#")));
+    for (int i = 0; i < 12; ++i)
+        Textven[i]->setText(vb::Format(Registro->Fields(ColumnaDias(i)).num(), QStringLiteral("#")));
+    // While modifying, enable the day boxes of the term's due dates.
+    if (ModoVentana == QLatin1String("M")) Textvencimientos_LostFocus();
+}
+
+void Fformapago::Textvencimientos_LostFocus() {
+    if (vb::Val(Textvencimientos->text()) <= 0) Textvencimientos->setText(QStringLiteral("1"));
+    if (vb::Val(Textvencimientos->text()) > 12) Textvencimientos->setText(QStringLiteral("12"));
+    // The text of a disabled box is kept: a term cut from 4 to 2 due dates still
+    // stores its old days 3 and 4.
+    for (int i = 0; i < 12; ++i) {
+        if (i >= vb::Val(Textvencimientos->text())) vb::SetEnabled(Textven[i], false);
+        else vb::SetEnabled(Textven[i], true);
+    }
+}
+
+// Here the digit filter works, in the real KeyPress of the number boxes.
+void Fformapago::Textvencimientos_KeyPress(int& KeyAscii) {
+    IntroComoTabulador(KeyAscii);
+    SoloDigitos(KeyAscii);
+}
+
+void Fformapago::Textven_KeyPress([[maybe_unused]] int Index, int& KeyAscii) {
+    IntroComoTabulador(KeyAscii);
+    SoloDigitos(KeyAscii);
+}
+
+void Fformapago::Texto_KeyPress(QLineEdit* caja, int& KeyAscii) {
+    if (caja == Textvencimientos) return Textvencimientos_KeyPress(KeyAscii);
+    for (int i = 0; i < 12; ++i)
+        if (caja == Textven[i]) return Textven_KeyPress(i, KeyAscii);
+    MaintenanceWindow::Texto_KeyPress(caja, KeyAscii);
+}
+
+QString Fformapago::SentenciaBuscarCodigo(const QString& codigo) const {
+    return "SELECT * FROM formapago WHERE codigo_formapago = '" + codigo + "'";
+}
+
+QString Fformapago::SentenciaInsertar() const {
+    QString sentencia = "INSERT INTO formapago VALUES ('" + vb::UCase(Textcodigo->text()) + "', '" +
+                        vb::UCase(Textnombre->text()) + "', " + vb::CStr(vb::Val(Textvencimientos->text())) + ", ";
+    for (int i = 0; i < 12; ++i) {
+        sentencia += vb::CStr(vb::Val(Textven[i]->text()));
+        if (i < 11) sentencia += ", ";
+    }
+    return sentencia + ")";
+}
+
+QString Fformapago::SentenciaModificar() const {
+    QString sentencia = "UPDATE formapago SET  nombre_formapago = '" + vb::UCase(Textnombre->text()) +
+                        "', vencimientos_formapago = " + vb::CStr(vb::Val(Textvencimientos->text()));
+    for (int i = 0; i < 12; ++i)
+        sentencia += ", " + ColumnaDias(i) + " = " + vb::CStr(vb::Val(Textven[i]->text()));
+    return sentencia + " WHERE codigo_formapago = '" + vb::UCase(Textcodigo->text()) + "'";
+}
+
+QString Fformapago::SentenciaEliminar() const {
+    return "DELETE FROM formapago WHERE codigo_formapago = '" + Textcodigo->text() + "'";
+}
+
+} // namespace vel
