@@ -1,8 +1,4 @@
 #include "app/window_table.h"
-#include "masterdata/falmacenes.h"
-#include "masterdata/fformapago.h"
-#include "masterdata/foperador.h"
-#include "masterdata/ftienda.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/falmacenes.h"
