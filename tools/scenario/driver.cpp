@@ -114,10 +114,14 @@ std::vector<int> buttonsOf(int style) {
 class ScriptedBoxes : public vb::MessageBoxService {
 public:
     explicit ScriptedBoxes(QString* out) : out_(out) {}
+    // The temporary program folder reads as <App.Path> so transcripts stay the same.
+    QString folder;
     std::deque<int> answers;
     std::deque<QString> unchecked;
 
-    int show(const QString& title, const QString& text, int style) override {
+    int show(const QString& title, const QString& shownText, int style) override {
+        QString text = shownText;
+        if (!folder.isEmpty()) text.replace(folder, QStringLiteral("<App.Path>"));
         const auto buttons = buttonsOf(style);
         size_t def = size_t((style & 0x300) >> 8);
         if (def >= buttons.size()) def = 0;
@@ -151,6 +155,7 @@ public:
     Driver(QString* out, QString origin) : out_(out), origin_(std::move(origin)), boxes_(out) {
         if (!dir_.isValid()) error(QStringLiteral("no se puede crear la carpeta del programa"));
         folder_ = dir_.path();
+        boxes_.folder = folder_;
         QDir(folder_).mkpath(QStringLiteral("bin"));
         vb::SetAppPath(folder_);
         vb::SetMessageBoxService(&boxes_);
@@ -661,7 +666,14 @@ private:
             win->grab().save(arg(1));
         } else if (cmd == QLatin1String("expect")) {
             const QString spec = arg(1);
-            const int dot = int(spec.lastIndexOf('.', spec.contains('(') ? spec.indexOf('(') : -1));
+            // The property follows the last dot outside parentheses, so that
+            // both Combocodigo.List(0) and an array control, Textven(0).Enabled, work.
+            int dot = -1, depth = 0;
+            for (int i = 0; i < spec.size(); ++i) {
+                if (spec[i] == '(') ++depth;
+                else if (spec[i] == ')') --depth;
+                else if (spec[i] == '.' && depth == 0) dot = i;
+            }
             if (dot <= 0) error(QStringLiteral("expect CONTROL.Propiedad \"valor\""));
             const QString got = property(find(spec.left(dot)), spec.mid(dot + 1));
             if (got != arg(2)) fail(spec + " es " + quote(got) + ", se esperaba " + quote(w[2]));
