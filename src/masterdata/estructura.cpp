@@ -19,6 +19,13 @@ namespace {
 // The odd blanks and the keys left out stay as they are: the familia and
 // articulo selections look up the group and not the entry, so the description
 // shown is the group's first one, whichever entry is picked.
+//
+// The INSERTs name no columns, so the three lower tables must hold their
+// columns in the order written here: the level's own code first, then the
+// codes of the levels above it going up, then the description
+// (grandes_familias: codigo_granfamilia, codigo_division, ...). Only so does a
+// saved entry land under its parents, and a save with an empty parent box
+// store an empty parent code.
 struct TextosNivel {
     const char* clave;              // the code's name in the statements
     const char* columnaCodigo;
