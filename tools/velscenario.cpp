@@ -1,5 +1,6 @@
 // velscenario [--check | --update] FILE.scn
 //   prints the transcript; --check compares it with FILE.out, --update writes it.
+#include "runtime/app.h"
 #include "scenario/driver.h"
 #include <QApplication>
 #include <QFile>
@@ -14,9 +15,17 @@ static QString readFile(const QString& path, bool* ok) {
     return *ok ? QString::fromUtf8(f.readAll()) : QString();
 }
 
+// The offscreen platform's notes about window hints are no news for a transcript.
+static void quietHandler(QtMsgType type, const QMessageLogContext&, const QString& msg) {
+    if (msg.contains(QLatin1String("propagateSizeHints")) || msg.startsWith(QLatin1String("QStandardPaths:"))) return;
+    if (type != QtDebugMsg) fprintf(stderr, "%s\n", qPrintable(msg));
+}
+
 int main(int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    qInstallMessageHandler(quietHandler);
     QApplication app(argc, argv);
+    vb::InstallSpanish(app);
     QString mode, path;
     for (int i = 1; i < argc; ++i) {
         const QString a = QString::fromLocal8Bit(argv[i]);

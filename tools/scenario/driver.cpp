@@ -675,7 +675,16 @@ private:
                 else if (spec[i] == '.' && depth == 0) dot = i;
             }
             if (dot <= 0) error(QStringLiteral("expect CONTROL.Propiedad \"valor\""));
-            const QString got = property(find(spec.left(dot)), spec.mid(dot + 1));
+            QString got;
+            if (QAction* a = mdi()->menuEntry(spec.left(dot))) {
+                // A menu entry: its caption and whether it can be chosen.
+                const QString prop = spec.mid(dot + 1);
+                if (prop == QLatin1String("Enabled")) got = boolText(a->isEnabled());
+                else if (prop == QLatin1String("Caption")) got = a->text();
+                else error("propiedad desconocida " + prop + " en " + spec.left(dot));
+            } else {
+                got = property(find(spec.left(dot)), spec.mid(dot + 1));
+            }
             if (got != arg(2)) fail(spec + " es " + quote(got) + ", se esperaba " + quote(w[2]));
         } else if (cmd == QLatin1String("expect-msg")) {
             if (boxes_.unchecked.empty()) fail("no se mostró ningún mensaje; se esperaba " + quote(arg(1)));
