@@ -1,0 +1,774 @@
+// The record store on SQLite.
+//
+// What the engine is asked to do, and why:
+//
+//  * Settings. Every window writes one statement at a time with no transaction,
+//    so each statement is its own commit. With the rollback journal and full sync
+//    a commit costs about 0.6 ms (two fsyncs); with the write-ahead log and
+//    synchronous=NORMAL it costs a few microseconds, because the log is synced
+//    only at checkpoints. The file cannot be corrupted by a crash in that mode: on
+//    power loss the last few commits may be rolled back, and that is all. So the
+//    database runs in WAL mode with synchronous=NORMAL (measured by the
+//    record-store benchmark, see bench/record_store_bench.cpp). The write-ahead
+//    log needs every program that shares the file to run on the same machine.
+//
+//  * Text. Every text column is declared with the collation ESPANOL: comparison
+//    without regard to case or accents, and Spanish order (Ñ after N), as the
+//    shop's users expect from "=", "<>", ORDER BY and the keys. Date columns hold
+//    text dd/mm/yyyy and use the collation FECHA, which orders them by day in the
+//    calendar (texts that are not dates go after every date, in ESPANOL order).
+//
+//  * LIKE. The windows write * and ? as wild cards (also # for a digit and
+//    [list] / [!list]); % and _ are plain characters. SQLite's LIKE operator is
+//    routed to our own like() function, which understands that form and compares
+//    letters as the collation does.
+//
+//  * Kinds. Tables are STRICT, numbers REAL and texts TEXT: a number written in
+//    quotes into a numeric column ('12.5', the money columns of documents) is
+//    stored as the number, a number written bare into a text column is stored as
+//    its text (0012 -> '12'), and a text that is not a number in a numeric column
+//    fails with the type error 3464.
+//
+//  * Cursors read rows as they move and keep the rows read so far, so MoveFirst
+//    works. Before any statement that writes, every open cursor of every open
+//    database reads the rest of its rows and releases its statement: an open
+//    cursor then never holds a read snapshot while the windows write, and the
+//    write-ahead log can be checkpointed and stays small (the bulk price change
+//    walks a cursor and updates row by row).
+//
+//  * Exactly one statement per call; errors come back with the numbers and the
+//    Spanish descriptions of the original engine.
+#include "core/record_store.h"
+#include "runtime/errors.h"
+
+#include <sqlite3.h>
+#include <unicode/ucol.h>
+#include <unicode/uchar.h>
+
+#include <QChar>
+#include <QFileInfo>
+#include <QDir>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+
+namespace vel {
+
+namespace {
+
+// ---------------------------------------------------------------------------
+// Letters as the shop compares them.
+
+// Folds a code point to the letter it is compared as: upper case, without
+// accent, except Ñ, which is a letter of its own.
+char32_t foldLetter(char32_t cp) {
+    static const std::vector<char32_t> table = [] {
+        std::vector<char32_t> t(0x250);
+        for (char32_t c = 0; c < t.size(); ++c) {
+            QChar ch(static_cast<char16_t>(c));
+            char32_t out = c;
+            if (c == U'ñ' || c == U'Ñ') {
+                out = U'Ñ';
+            } else if (ch.decompositionTag() == QChar::Canonical) {
+                const QString d = ch.decomposition();
+                if (!d.isEmpty()) out = d.at(0).unicode();
+            }
+            out = QChar::toUpper(out);
+            t[c] = out;
+        }
+        return t;
+    }();
+    if (cp < table.size()) return table[cp];
+    return static_cast<char32_t>(u_toupper(static_cast<UChar32>(cp)));
+}
+
+// Reads one code point of UTF-8 text; malformed bytes are taken one by one.
+char32_t nextCodePoint(const unsigned char*& p, const unsigned char* end) {
+    const unsigned char c = *p++;
+    if (c < 0x80) return c;
+    int extra = 0;
+    char32_t cp = 0;
+    if ((c & 0xE0) == 0xC0) { extra = 1; cp = c & 0x1F; }
+    else if ((c & 0xF0) == 0xE0) { extra = 2; cp = c & 0x0F; }
+    else if ((c & 0xF8) == 0xF0) { extra = 3; cp = c & 0x07; }
+    else return c;
+    if (end - p < extra) return c;
+    for (int i = 0; i < extra; ++i) {
+        if ((p[i] & 0xC0) != 0x80) return c;
+    }
+    for (int i = 0; i < extra; ++i) cp = (cp << 6) | (*p++ & 0x3F);
+    return cp;
+}
+
+UCollator* spanishCollator() {
+    static UCollator* collator = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        UCollator* c = ucol_open("es", &status);
+        if (U_FAILURE(status) || !c) {
+            status = U_ZERO_ERROR;
+            c = ucol_open("", &status);
+        }
+        // Primary strength: case and accents make no difference; Ñ stays a
+        // letter of its own after N.
+        ucol_setStrength(c, UCOL_PRIMARY);
+        return c;
+    }();
+    return collator;
+}
+
+bool isPlainAscii(const unsigned char* s, int n) {
+    for (int i = 0; i < n; ++i) {
+        const unsigned char c = s[i];
+        if (!((c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == ' '))
+            return false;
+    }
+    return true;
+}
+
+// Most keys and names are plain letters, digits and blanks; for those the
+// Spanish order is the order of the upper-cased bytes, and the collator is not
+// needed. Anything else goes through the collator.
+int compareSpanish(const unsigned char* a, int na, const unsigned char* b, int nb) {
+    if (isPlainAscii(a, na) && isPlainAscii(b, nb)) {
+        const int n = std::min(na, nb);
+        for (int i = 0; i < n; ++i) {
+            int ca = a[i], cb = b[i];
+            if (ca >= 'a' && ca <= 'z') ca -= 32;
+            if (cb >= 'a' && cb <= 'z') cb -= 32;
+            if (ca != cb) return ca < cb ? -1 : 1;
+        }
+        return na == nb ? 0 : (na < nb ? -1 : 1);
+    }
+    UErrorCode status = U_ZERO_ERROR;
+    const UCollationResult r = ucol_strcollUTF8(spanishCollator(), reinterpret_cast<const char*>(a), na,
+                                                reinterpret_cast<const char*>(b), nb, &status);
+    if (U_FAILURE(status)) {
+        const int c = std::memcmp(a, b, static_cast<size_t>(std::min(na, nb)));
+        if (c != 0) return c < 0 ? -1 : 1;
+        return na == nb ? 0 : (na < nb ? -1 : 1);
+    }
+    return r == UCOL_LESS ? -1 : (r == UCOL_GREATER ? 1 : 0);
+}
+
+int collateSpanish(void*, int na, const void* a, int nb, const void* b) {
+    return compareSpanish(static_cast<const unsigned char*>(a), na, static_cast<const unsigned char*>(b), nb);
+}
+
+// A date written d/m/yyyy (one or two digits for day and month) as yyyymmdd;
+// -1 when the text is not such a date.
+long dateKey(const unsigned char* s, int n) {
+    int i = 0;
+    auto number = [&](int minDigits, int maxDigits, long& out) {
+        int digits = 0;
+        out = 0;
+        while (i < n && s[i] >= '0' && s[i] <= '9' && digits < maxDigits) {
+            out = out * 10 + (s[i] - '0');
+            ++i;
+            ++digits;
+        }
+        return digits >= minDigits;
+    };
+    long d, m, y;
+    if (!number(1, 2, d) || i >= n || s[i++] != '/') return -1;
+    if (!number(1, 2, m) || i >= n || s[i++] != '/') return -1;
+    if (!number(4, 4, y) || i != n) return -1;
+    return y * 10000 + m * 100 + d;
+}
+
+int collateDate(void*, int na, const void* a, int nb, const void* b) {
+    const auto* sa = static_cast<const unsigned char*>(a);
+    const auto* sb = static_cast<const unsigned char*>(b);
+    const long ka = dateKey(sa, na), kb = dateKey(sb, nb);
+    if (ka >= 0 && kb >= 0) return ka == kb ? 0 : (ka < kb ? -1 : 1);
+    if (ka >= 0) return -1;
+    if (kb >= 0) return 1;
+    return compareSpanish(sa, na, sb, nb);
+}
+
+// ---------------------------------------------------------------------------
+// LIKE with the wild cards the windows write.
+
+struct PatternItem {
+    enum Type { Char, AnyOne, AnyMany, Digit, Set } type;
+    char32_t ch = 0;                                   // Char
+    std::vector<std::pair<char32_t, char32_t>> ranges; // Set
+    bool negated = false;                              // Set
+};
+using Pattern = std::vector<PatternItem>;
+
+Pattern compilePattern(const unsigned char* p, int n, char32_t escape, bool hasEscape) {
+    Pattern out;
+    const unsigned char* end = p + n;
+    while (p < end) {
+        char32_t c = nextCodePoint(p, end);
+        PatternItem item;
+        if (hasEscape && c == escape && p < end) {
+            item.type = PatternItem::Char;
+            item.ch = foldLetter(nextCodePoint(p, end));
+        } else if (c == U'*') {
+            if (!out.empty() && out.back().type == PatternItem::AnyMany) continue;
+            item.type = PatternItem::AnyMany;
+        } else if (c == U'?') {
+            item.type = PatternItem::AnyOne;
+        } else if (c == U'#') {
+            item.type = PatternItem::Digit;
+        } else if (c == U'[') {
+            // A list up to the closing bracket; an opening bracket with no
+            // closing one stands for itself.
+            const unsigned char* q = p;
+            std::vector<char32_t> chars;
+            bool closed = false;
+            while (q < end) {
+                char32_t k = nextCodePoint(q, end);
+                if (k == U']' && !chars.empty()) { closed = true; break; }
+                if (k == U']' && chars.empty()) { closed = true; break; }
+                chars.push_back(k);
+            }
+            if (!closed) {
+                item.type = PatternItem::Char;
+                item.ch = U'[';
+            } else {
+                p = q;
+                item.type = PatternItem::Set;
+                size_t i = 0;
+                if (!chars.empty() && chars[0] == U'!') { item.negated = true; i = 1; }
+                for (; i < chars.size(); ++i) {
+                    char32_t lo = foldLetter(chars[i]), hi = lo;
+                    if (i + 2 < chars.size() && chars[i + 1] == U'-') {
+                        hi = foldLetter(chars[i + 2]);
+                        i += 2;
+                    }
+                    item.ranges.emplace_back(lo, hi);
+                }
+            }
+        } else {
+            item.type = PatternItem::Char;
+            item.ch = foldLetter(c);
+        }
+        out.push_back(std::move(item));
+    }
+    return out;
+}
+
+bool itemMatches(const PatternItem& item, char32_t folded, char32_t raw) {
+    switch (item.type) {
+    case PatternItem::Char: return item.ch == folded;
+    case PatternItem::AnyOne: return true;
+    case PatternItem::Digit: return raw >= U'0' && raw <= U'9';
+    case PatternItem::Set: {
+        bool in = false;
+        for (const auto& [lo, hi] : item.ranges) {
+            if (folded >= lo && folded <= hi) { in = true; break; }
+        }
+        return in != item.negated;
+    }
+    case PatternItem::AnyMany: return false;
+    }
+    return false;
+}
+
+bool patternMatches(const Pattern& pattern, const unsigned char* s, int n) {
+    // The text as folded letters, kept on the stack for ordinary lengths.
+    char32_t small[256], smallRaw[256];
+    std::vector<char32_t> big, bigRaw;
+    char32_t* text = small;
+    char32_t* raw = smallRaw;
+    size_t len = 0;
+    if (n > 256) {
+        big.resize(static_cast<size_t>(n));
+        bigRaw.resize(static_cast<size_t>(n));
+        text = big.data();
+        raw = bigRaw.data();
+    }
+    const unsigned char* p = s;
+    const unsigned char* end = s + n;
+    while (p < end) {
+        const char32_t c = nextCodePoint(p, end);
+        raw[len] = c;
+        text[len] = foldLetter(c);
+        ++len;
+    }
+    const size_t m = pattern.size();
+    size_t pi = 0, ti = 0, starP = SIZE_MAX, starT = 0;
+    while (ti < len) {
+        if (pi < m && pattern[pi].type == PatternItem::AnyMany) {
+            starP = pi++;
+            starT = ti;
+            continue;
+        }
+        if (pi < m && itemMatches(pattern[pi], text[ti], raw[ti])) {
+            ++pi;
+            ++ti;
+            continue;
+        }
+        if (starP != SIZE_MAX) {
+            pi = starP + 1;
+            ti = ++starT;
+            continue;
+        }
+        return false;
+    }
+    while (pi < m && pattern[pi].type == PatternItem::AnyMany) ++pi;
+    return pi == m;
+}
+
+void likeFunction(sqlite3_context* ctx, int argc, sqlite3_value** argv) {
+    // SQLite calls like(pattern, text[, escape]) for "text LIKE pattern".
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    char32_t escape = 0;
+    bool hasEscape = false;
+    if (argc == 3) {
+        if (sqlite3_value_type(argv[2]) == SQLITE_NULL) {
+            sqlite3_result_null(ctx);
+            return;
+        }
+        const auto* e = sqlite3_value_text(argv[2]);
+        const int en = sqlite3_value_bytes(argv[2]);
+        if (en > 0) {
+            const unsigned char* q = e;
+            escape = nextCodePoint(q, e + en);
+            hasEscape = true;
+        }
+    }
+    auto* pattern = static_cast<Pattern*>(sqlite3_get_auxdata(ctx, 0));
+    if (!pattern) {
+        const auto* pt = sqlite3_value_text(argv[0]);
+        const int pn = sqlite3_value_bytes(argv[0]);
+        pattern = new Pattern(compilePattern(pt, pn, escape, hasEscape));
+        sqlite3_set_auxdata(ctx, 0, pattern, [](void* p) { delete static_cast<Pattern*>(p); });
+        // SQLite may drop the cached pattern at once; fetch it back to know.
+        pattern = static_cast<Pattern*>(sqlite3_get_auxdata(ctx, 0));
+        if (!pattern) {
+            const Pattern once = compilePattern(pt, pn, escape, hasEscape);
+            const auto* tt = sqlite3_value_text(argv[1]);
+            sqlite3_result_int(ctx, patternMatches(once, tt, sqlite3_value_bytes(argv[1])) ? 1 : 0);
+            return;
+        }
+    }
+    const auto* t = sqlite3_value_text(argv[1]);
+    const int tn = sqlite3_value_bytes(argv[1]);
+    sqlite3_result_int(ctx, patternMatches(*pattern, t, tn) ? 1 : 0);
+}
+
+void registerFunctions(sqlite3* db) {
+    sqlite3_create_collation_v2(db, "ESPANOL", SQLITE_UTF8, nullptr, collateSpanish, nullptr);
+    sqlite3_create_collation_v2(db, "FECHA", SQLITE_UTF8, nullptr, collateDate, nullptr);
+    const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC;
+    sqlite3_create_function(db, "like", 2, flags, nullptr, likeFunction, nullptr, nullptr);
+    sqlite3_create_function(db, "like", 3, flags, nullptr, likeFunction, nullptr, nullptr);
+}
+
+// ---------------------------------------------------------------------------
+// Statements and errors.
+
+// Every open database of the program: a write through one of them first
+// releases the cursors of all of them (a window may open the file again for
+// itself).
+std::vector<Database*>& openDatabases() {
+    static std::vector<Database*> all;
+    return all;
+}
+
+// The first word of a statement, upper-cased.
+QString firstWord(const QString& sql) {
+    static const QRegularExpression re(QStringLiteral("^[\\s(]*([A-Za-z]+)"));
+    const auto m = re.match(sql);
+    return m.hasMatch() ? m.captured(1).toUpper() : QString();
+}
+
+// "DELETE *  FROM t" (with the star) is the same statement as "DELETE FROM t".
+QString toEngineDialect(const QString& sql) {
+    static const QRegularExpression deleteStar(QStringLiteral("^(\\s*DELETE)\\s+\\*\\s*(FROM\\b)"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    const auto m = deleteStar.match(sql);
+    if (!m.hasMatch()) return sql;
+    QString out = sql;
+    out.replace(m.capturedStart(), m.capturedLength(), m.captured(1) + QStringLiteral(" ") + m.captured(2));
+    return out;
+}
+
+// The expression the engine names in its message about a query: the WHERE
+// clause up to ORDER BY, or the select list.
+QString queryExpression(const QString& sql) {
+    static const QRegularExpression where(QStringLiteral("\\bWHERE\\b"), QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression orderBy(QStringLiteral("\\bORDER\\s+BY\\b"),
+                                            QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression from(QStringLiteral("\\bFROM\\b"), QRegularExpression::CaseInsensitiveOption);
+    const auto w = where.match(sql);
+    if (w.hasMatch()) {
+        QString rest = sql.mid(w.capturedEnd());
+        const auto o = orderBy.match(rest);
+        if (o.hasMatch()) rest = rest.left(o.capturedStart());
+        return rest.trimmed();
+    }
+    const auto f = from.match(sql);
+    QString list = f.hasMatch() ? sql.left(f.capturedStart()) : sql;
+    static const QRegularExpression select(QStringLiteral("^\\s*SELECT\\b"), QRegularExpression::CaseInsensitiveOption);
+    list.remove(select);
+    return list.trimmed();
+}
+
+[[noreturn]] void raiseSyntax(const QString& sql) {
+    const QString word = firstWord(sql);
+    if (word == QLatin1String("INSERT"))
+        vb::Raise(3134, QStringLiteral("Error de sintaxis en la instrucción INSERT INTO."));
+    if (word == QLatin1String("UPDATE"))
+        vb::Raise(3144, QStringLiteral("Error de sintaxis en la instrucción UPDATE."));
+    if (word == QLatin1String("SELECT") || word == QLatin1String("DELETE"))
+        vb::Raise(3075, QStringLiteral("Error de sintaxis (falta operador) en la expresión de consulta '%1'.")
+                            .arg(queryExpression(sql)));
+    if (word == QLatin1String("CREATE"))
+        vb::Raise(3290, QStringLiteral("Error de sintaxis en la instrucción CREATE TABLE."));
+    vb::Raise(3129, QStringLiteral("Instrucción SQL no válida; se esperaba 'DELETE', 'INSERT', 'PROCEDURE', "
+                                   "'SELECT' o 'UPDATE'."));
+}
+
+// Turns the engine's failure into the original engine's number and words.
+[[noreturn]] void raiseEngineError(sqlite3* db, int rc, const QString& sql, const QString& path) {
+    const int extended = db ? sqlite3_extended_errcode(db) : rc;
+    const QString message = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString();
+    switch (rc & 0xFF) {
+    case SQLITE_CONSTRAINT:
+        if (extended == SQLITE_CONSTRAINT_DATATYPE)
+            vb::Raise(3464, QStringLiteral("No coinciden los tipos de datos en la expresión de criterios."));
+        if (extended == SQLITE_CONSTRAINT_NOTNULL)
+            vb::Raise(3314, QStringLiteral("El campo no puede contener un valor nulo porque su propiedad "
+                                           "Requerido está establecida en True. Escriba un valor en este campo."));
+        vb::Raise(3022, QStringLiteral(
+                            "Los cambios solicitados en la tabla no se realizaron correctamente porque crearían "
+                            "valores duplicados en el índice, clave principal o relación. Cambie los datos en el "
+                            "campo o los campos que contienen datos duplicados, quite el índice o vuelva a definir "
+                            "el índice para permitir entradas duplicadas e inténtelo de nuevo."));
+    case SQLITE_MISMATCH:
+        vb::Raise(3464, QStringLiteral("No coinciden los tipos de datos en la expresión de criterios."));
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        vb::Raise(3218, QStringLiteral("No se pudo actualizar; actualmente bloqueado."));
+    case SQLITE_READONLY:
+        vb::Raise(3027, QStringLiteral("No se puede actualizar. La base de datos o el objeto es de sólo lectura."));
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        vb::Raise(3343, QStringLiteral("Formato de base de datos no reconocido '%1'.").arg(path));
+    case SQLITE_FULL:
+        vb::Raise(3026, QStringLiteral("No hay suficiente espacio en disco."));
+    case SQLITE_IOERR:
+        vb::Raise(3043, QStringLiteral("Error en el disco o en la red."));
+    case SQLITE_ERROR:
+        break;
+    default:
+        vb::Raise(3000, QStringLiteral("Error reservado (%1); no hay mensaje para este error.").arg(rc));
+    }
+    static const QRegularExpression noTable(QStringLiteral("^no such table: (?:\\w+\\.)?(.+)$"));
+    static const QRegularExpression valueCount(QStringLiteral("(has \\d+ columns but \\d+ values were supplied)|"
+                                                              "(\\d+ values for \\d+ columns)"));
+    static const QRegularExpression noFunction(QStringLiteral("^no such function: (.+)$"));
+    if (const auto m = noTable.match(message); m.hasMatch())
+        vb::Raise(3078, QStringLiteral("El motor de base de datos Microsoft Jet no puede encontrar la tabla o "
+                                       "consulta de entrada '%1'. Asegúrese de que existe y que su nombre está "
+                                       "escrito correctamente.")
+                            .arg(m.captured(1)));
+    if (message.startsWith(QLatin1String("no such column:")))
+        vb::Raise(3061, QStringLiteral("Pocos parámetros. Se esperaba 1."));
+    if (valueCount.match(message).hasMatch())
+        vb::Raise(3346, QStringLiteral("El número de valores de consulta y el número de campos de destino son "
+                                       "diferentes."));
+    if (const auto m = noFunction.match(message); m.hasMatch())
+        vb::Raise(3085, QStringLiteral("Función '%1' no definida en la expresión.").arg(m.captured(1)));
+    raiseSyntax(sql);
+}
+
+[[noreturn]] void raiseNoCurrentRecord() {
+    vb::Raise(3021, QStringLiteral("No hay un registro activo."));
+}
+
+[[noreturn]] void raiseClosed() {
+    vb::Raise(3420, QStringLiteral("El objeto no es válido o ya no está establecido."));
+}
+
+vb::Variant columnValue(sqlite3_stmt* stmt, int i) {
+    switch (sqlite3_column_type(stmt, i)) {
+    case SQLITE_INTEGER: return vb::Variant(static_cast<double>(sqlite3_column_int64(stmt, i)));
+    case SQLITE_FLOAT: return vb::Variant(sqlite3_column_double(stmt, i));
+    case SQLITE_NULL: return vb::Variant();
+    default: {
+        const auto* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, i));
+        return vb::Variant(QString::fromUtf8(t, sqlite3_column_bytes(stmt, i)));
+    }
+    }
+}
+
+void applySettings(sqlite3* db) {
+    // See the head of this file: write-ahead log, synced at checkpoints.
+    sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA cache_size=-32768", nullptr, nullptr, nullptr);
+    sqlite3_busy_timeout(db, 5000);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------
+// Recordset
+
+Recordset::Recordset(Database* db, sqlite3_stmt* stmt) : db_(db), stmt_(stmt) {
+    const int n = sqlite3_column_count(stmt);
+    names_.reserve(static_cast<size_t>(n));
+    for (int i = 0; i < n; ++i) names_.push_back(QString::fromUtf8(sqlite3_column_name(stmt, i)));
+}
+
+Recordset::~Recordset() {
+    if (stmt_) sqlite3_finalize(stmt_);
+    if (db_) {
+        auto& open = db_->open_;
+        open.erase(std::remove(open.begin(), open.end(), this), open.end());
+    }
+}
+
+bool Recordset::fetch() {
+    if (!stmt_) return false;
+    const int rc = sqlite3_step(stmt_);
+    if (rc == SQLITE_ROW) {
+        const int n = static_cast<int>(names_.size());
+        std::vector<vb::Variant> row;
+        row.reserve(static_cast<size_t>(n));
+        for (int i = 0; i < n; ++i) row.push_back(columnValue(stmt_, i));
+        rows_.push_back(std::move(row));
+        return true;
+    }
+    // The end, or a failure: either way the statement is released now.
+    sqlite3* handle = sqlite3_db_handle(stmt_);
+    const QString sql = QString::fromUtf8(sqlite3_sql(stmt_));
+    if (rc != SQLITE_DONE) {
+        sqlite3_finalize(stmt_);
+        stmt_ = nullptr;
+        raiseEngineError(handle, rc, sql, db_ ? db_->path() : QString());
+    }
+    sqlite3_finalize(stmt_);
+    stmt_ = nullptr;
+    return false;
+}
+
+void Recordset::drain() {
+    while (stmt_ && fetch()) {
+    }
+}
+
+bool Recordset::Eof() const {
+    if (closed_) raiseClosed();
+    return pos_ >= static_cast<long>(rows_.size());
+}
+
+bool Recordset::Bof() const {
+    if (closed_) raiseClosed();
+    return rows_.empty();
+}
+
+void Recordset::MoveNext() {
+    if (closed_) raiseClosed();
+    if (pos_ >= static_cast<long>(rows_.size())) raiseNoCurrentRecord();
+    ++pos_;
+    if (pos_ == static_cast<long>(rows_.size())) fetch();
+}
+
+void Recordset::MoveFirst() {
+    if (closed_) raiseClosed();
+    if (rows_.empty()) raiseNoCurrentRecord();
+    pos_ = 0;
+}
+
+void Recordset::MoveLast() {
+    if (closed_) raiseClosed();
+    drain();
+    if (rows_.empty()) raiseNoCurrentRecord();
+    pos_ = static_cast<long>(rows_.size()) - 1;
+}
+
+long Recordset::AbsolutePosition() const {
+    if (closed_) raiseClosed();
+    return pos_ < static_cast<long>(rows_.size()) ? pos_ : -1;
+}
+
+long Recordset::RecordCount() const {
+    if (closed_) raiseClosed();
+    return static_cast<long>(rows_.size());
+}
+
+int Recordset::columnIndex(const QString& column) const {
+    for (size_t i = 0; i < names_.size(); ++i) {
+        if (names_[i].compare(column, Qt::CaseInsensitive) == 0) return static_cast<int>(i);
+    }
+    return -1;
+}
+
+vb::Variant Recordset::Fields(const QString& column) const {
+    if (closed_) raiseClosed();
+    const int i = columnIndex(column);
+    if (i < 0) vb::Raise(3265, QStringLiteral("Elemento no encontrado en esta colección."));
+    if (pos_ >= static_cast<long>(rows_.size())) raiseNoCurrentRecord();
+    return rows_[static_cast<size_t>(pos_)][static_cast<size_t>(i)];
+}
+
+void Recordset::Close() {
+    if (closed_) raiseClosed();
+    if (stmt_) {
+        sqlite3_finalize(stmt_);
+        stmt_ = nullptr;
+    }
+    rows_.clear();
+    closed_ = true;
+    if (db_) {
+        auto& open = db_->open_;
+        open.erase(std::remove(open.begin(), open.end(), this), open.end());
+        db_ = nullptr;
+    }
+}
+
+// ---------------------------------------------------------------------------
+// Database
+
+Database::Database(sqlite3* db, QString path) : db_(db), path_(std::move(path)) {
+    openDatabases().push_back(this);
+}
+
+Database::~Database() {
+    // Cursors still held by windows stop working: their reads fail from now on.
+    for (Recordset* r : open_) {
+        if (r->stmt_) {
+            sqlite3_finalize(r->stmt_);
+            r->stmt_ = nullptr;
+        }
+        r->rows_.clear();
+        r->closed_ = true;
+        r->db_ = nullptr;
+    }
+    open_.clear();
+    auto& all = openDatabases();
+    all.erase(std::remove(all.begin(), all.end(), this), all.end());
+    sqlite3_close_v2(db_);
+}
+
+std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        if (!info.absoluteDir().exists())
+            vb::Raise(3044, QStringLiteral("'%1' no es una ruta válida. Asegúrese de que el nombre de la ruta esté "
+                                           "escrito correctamente y que está conectado al servidor en el que "
+                                           "reside el archivo.")
+                                .arg(QDir::toNativeSeparators(info.absolutePath())));
+        vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    }
+    if (info.isDir() || !info.isReadable())
+        vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    sqlite3* db = nullptr;
+    // Never creates the file: a missing database is an error for the program.
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    if (rc != SQLITE_OK) {
+        if (db) sqlite3_close_v2(db);
+        vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    }
+    // A file that is not a database shows here, at the first read.
+    const int check = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
+    if (check != SQLITE_OK) {
+        sqlite3_close_v2(db);
+        if (check == SQLITE_NOTADB || check == SQLITE_CORRUPT)
+            vb::Raise(3343, QStringLiteral("Formato de base de datos no reconocido '%1'.").arg(path));
+        vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    }
+    registerFunctions(db);
+    applySettings(db);
+    return std::unique_ptr<Database>(new Database(db, path));
+}
+
+std::unique_ptr<Database> Database::CreateDatabase(const QString& path) {
+    if (QFileInfo::exists(path)) vb::Raise(3204, QStringLiteral("La base de datos ya existe."));
+    const QFileInfo info(path);
+    if (!info.absoluteDir().exists())
+        vb::Raise(3044, QStringLiteral("'%1' no es una ruta válida. Asegúrese de que el nombre de la ruta esté "
+                                       "escrito correctamente y que está conectado al servidor en el que reside "
+                                       "el archivo.")
+                            .arg(QDir::toNativeSeparators(info.absolutePath())));
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
+                                   nullptr);
+    if (rc != SQLITE_OK) {
+        if (db) sqlite3_close_v2(db);
+        vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    }
+    registerFunctions(db);
+    applySettings(db);
+    return std::unique_ptr<Database>(new Database(db, path));
+}
+
+sqlite3_stmt* Database::prepare(const QString& sql) {
+    const QString text = toEngineDialect(sql);
+    const QByteArray utf8 = text.toUtf8();
+    sqlite3_stmt* stmt = nullptr;
+    const char* tail = nullptr;
+    const int rc = sqlite3_prepare_v2(db_, utf8.constData(), static_cast<int>(utf8.size()), &stmt, &tail);
+    if (rc != SQLITE_OK) {
+        if (stmt) sqlite3_finalize(stmt);
+        raiseEngineError(db_, rc, text, path_);
+    }
+    if (!stmt) raiseSyntax(text); // nothing but blanks or a comment
+    // Exactly one statement: what follows may only be blanks, ";" and comments.
+    const char* end = utf8.constData() + utf8.size();
+    while (tail && tail < end) {
+        sqlite3_stmt* next = nullptr;
+        const char* nextTail = nullptr;
+        const int rc2 = sqlite3_prepare_v2(db_, tail, static_cast<int>(end - tail), &next, &nextTail);
+        if (rc2 != SQLITE_OK || next) {
+            if (next) sqlite3_finalize(next);
+            sqlite3_finalize(stmt);
+            vb::Raise(3142, QStringLiteral("Caracteres encontrados después del final de la instrucción SQL."));
+        }
+        if (nextTail == tail) break;
+        tail = nextTail;
+    }
+    return stmt;
+}
+
+void Database::detachCursors() {
+    for (Database* db : openDatabases()) {
+        for (Recordset* r : db->open_) {
+            if (r->stmt_) r->drain();
+        }
+    }
+}
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql) {
+    sqlite3_stmt* stmt = prepare(sql);
+    if (sqlite3_column_count(stmt) == 0) {
+        sqlite3_finalize(stmt);
+        vb::Raise(3219, QStringLiteral("Operación no válida."));
+    }
+    std::unique_ptr<Recordset> rs(new Recordset(this, stmt));
+    // Positioned on the first row: read it now (a failing query fails here).
+    rs->fetch();
+    open_.push_back(rs.get());
+    return rs;
+}
+
+void Database::Execute(const QString& sql) {
+    detachCursors();
+    sqlite3_stmt* stmt = prepare(sql);
+    if (sqlite3_column_count(stmt) > 0) {
+        sqlite3_finalize(stmt);
+        vb::Raise(3065, QStringLiteral("No se puede ejecutar una consulta de selección."));
+    }
+    const int rc = sqlite3_step(stmt);
+    if (rc != SQLITE_DONE && rc != SQLITE_ROW) {
+        const QString text = QString::fromUtf8(sqlite3_sql(stmt));
+        // Keep the error of the step: finalize would report it again anyway.
+        const int extended = sqlite3_extended_errcode(db_);
+        sqlite3_finalize(stmt);
+        raiseEngineError(db_, extended, text, path_);
+    }
+    sqlite3_finalize(stmt);
+}
+
+} // namespace vel
