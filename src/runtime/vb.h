@@ -8,6 +8,7 @@
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
+#include <QTime>
 
 namespace vb {
 
@@ -19,11 +20,13 @@ namespace vb {
 double Val(const QString& text);
 
 // True when the whole text (blanks around it allowed) is a number: sign, digits,
-// at most one decimal point, optional exponent. Empty text is not numeric.
+// at most one decimal point, optional exponent; "&H"/"&O" numbers too. Commas
+// among the whole digits are taken as grouping marks, so "12,5" is numeric (and
+// then reads as 12 through Val). Empty text is not numeric.
 bool IsNumeric(const QString& text);
 
 // Conversion of a text to a Double; raises the runtime error 13 "No coinciden los
-// tipos" when the text is not numeric.
+// tipos" when the text is not numeric. The value is read as Val reads it.
 double CDbl(const QString& text);
 
 // The plain text of a Double with all its digits: the shortest text that reads
@@ -39,6 +42,8 @@ QString Format(double value, const QString& mask);
 // "w dd/mm/yyyy" (w: weekday digit, 1 Sunday .. 7 Saturday).
 QString Format(const QDateTime& moment, const QString& mask);
 QString Format(const QDate& day, const QString& mask);
+// Format of a time of day, as Format(Time, "hh:mm:ss").
+QString Format(const QTime& time, const QString& mask);
 // Format applied to a text: a numeric text is formatted as its number, a text
 // holding a date (day/month/year order) as that date, and any other text goes
 // through the character masks ("!@@": left-aligned, padded with blanks to the
@@ -88,6 +93,9 @@ public:
     // Opens a file for input; raises error 53 "No se ha encontrado el archivo" when missing.
     static InputFile open(const QString& path);
     QString next();
+    // The runtime's "Line Input #": the rest of the current line as it stands
+    // (blanks, commas and quotes kept). Past the end raises error 62 too.
+    QString lineInput();
     bool eof() const;
 
 private:
