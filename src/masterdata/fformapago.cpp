@@ -123,15 +123,16 @@ QString Fformapago::EntradaCombo(const Recordset& rs) const {
     return vb::Left(nombre + vb::Space(50), 50) + "/" + codigo;
 }
 
-void Fformapago::Combocodigo_Click() {
-    // The key is taken by position, padding included: a code of fewer than three
-    // characters, or a name of fewer than fifty, is searched with its blanks.
-    QString sentencia;
+// The key is taken by position, padding included: a code of fewer than three
+// characters, or a name of fewer than fifty, is searched with its blanks.
+QString Fformapago::SentenciaEntradaElegida() const {
     if (vb::Value(OptionC))
-        sentencia = "SELECT * FROM formapago WHERE codigo_formapago = '" + vb::Left(Combocodigo->Text(), 3) + "'";
-    else
-        sentencia = "SELECT * FROM formapago WHERE nombre_formapago = '" + vb::Left(Combocodigo->Text(), 50) + "'";
-    auto Registro = BaseDatos->OpenRecordset(sentencia);
+        return "SELECT * FROM formapago WHERE codigo_formapago = '" + vb::Left(Combocodigo->Text(), 3) + "'";
+    return "SELECT * FROM formapago WHERE nombre_formapago = '" + vb::Left(Combocodigo->Text(), 50) + "'";
+}
+
+void Fformapago::Combocodigo_Click() {
+    auto Registro = BaseDatos->OpenRecordset(SentenciaEntradaElegida());
     Textcodigo->setText(Registro->Fields(QStringLiteral("codigo_formapago")).str());
     Textnombre->setText(Registro->Fields(QStringLiteral("nombre_formapago")).str());
     Textvencimientos->setText(vb::Format(Registro->Fields(QStringLiteral("vencimientos_formapago")).num(), QStringLiteral("#")));

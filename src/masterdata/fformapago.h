@@ -42,6 +42,8 @@ protected:
     QString SentenciaInsertar() const override;
     QString SentenciaModificar() const override;
     QString SentenciaEliminar() const override;
+    // The record of the entry chosen in Combocodigo, read back by position.
+    QString SentenciaEntradaElegida() const;
 
     QLineEdit* Textvencimientos = nullptr;
     std::array<QLineEdit*, 12> Textven{};
