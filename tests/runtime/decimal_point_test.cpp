@@ -13,6 +13,7 @@ class SpanishMachine : public ::testing::Test {
 protected:
     void SetUp() override {
         saved_ = std::setlocale(LC_ALL, nullptr);
+        savedQt_ = QLocale();
         ASSERT_NE(std::setlocale(LC_ALL, "es_ES.UTF-8"), nullptr)
             << "the es_ES.UTF-8 locale is missing (scripts/setup.sh installs it)";
         ASSERT_EQ(std::string(std::localeconv()->decimal_point), ",");
@@ -21,9 +22,10 @@ protected:
     }
     void TearDown() override {
         std::setlocale(LC_ALL, saved_.c_str());
-        QLocale::setDefault(QLocale::c());
+        QLocale::setDefault(savedQt_);
     }
     std::string saved_;
+    QLocale savedQt_;
 };
 } // namespace
 
