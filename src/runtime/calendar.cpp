@@ -70,9 +70,16 @@ CalendarControl::CalendarControl(QWidget* parent)
         if (!syncing_)
             engine_.SetValue(page_->selectedDate());
     });
-    // The month arrows and lists move the date to the same day of the shown month.
+    // The month arrows and lists move the date to the same day of the shown
+    // month. A day picked in another month turns the page first: then the
+    // picked day is the one taken.
     connect(page_, &QCalendarWidget::currentPageChanged, this, [this](int year, int month) {
-        if (!syncing_)
+        if (syncing_)
+            return;
+        const QDate picked = page_->selectedDate();
+        if (picked.year() == year && picked.month() == month)
+            engine_.SetValue(picked);
+        else
             engine_.SetValue(clampedDate(year, month, engine_.Day()));
     });
     connect(page_, &QCalendarWidget::clicked, this, [this](const QDate& date) {

@@ -3,6 +3,9 @@
 #include "runtime/calendar.h"
 #include "runtime/clock.h"
 #include <QCalendarWidget>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTableView>
 #include <QLocale>
 #include <gtest/gtest.h>
 
@@ -230,6 +233,37 @@ TEST(ControlCalendario, UnClicEnUnDiaLoGuardaYAvisa) {
     QMetaObject::invokeMethod(control.page(), "clicked", Q_ARG(QDate, d(20, 2, 2003)));
     EXPECT_EQ(clics, 1);
     EXPECT_EQ(enElClic, d(20, 2, 2003));
+}
+
+TEST(ControlCalendario, UnClicConElRatonEnLaPagina) {
+    vb::CalendarControl control;
+    control.resize(400, 300);
+    control.show();
+    control.SetValue(d(17, 2, 2003));
+    int clics = 0;
+    QObject::connect(&control, &vb::CalendarControl::Click, [&] { ++clics; });
+    auto* vista = control.page()->findChild<QTableView*>();
+    ASSERT_NE(vista, nullptr);
+    // The cell showing day 20 of February (below the row of day names).
+    QModelIndex celda;
+    for (int fila = 1; fila < vista->model()->rowCount() && !celda.isValid(); ++fila)
+        for (int col = 0; col < vista->model()->columnCount(); ++col) {
+            QModelIndex i = vista->model()->index(fila, col);
+            if (i.data().toString() == QLatin1String("20") && fila < 5) {
+                celda = i;
+                break;
+            }
+        }
+    ASSERT_TRUE(celda.isValid());
+    const QPoint punto = vista->visualRect(celda).center();
+    QMouseEvent pulsa(QEvent::MouseButtonPress, punto, vista->viewport()->mapToGlobal(punto),
+                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent suelta(QEvent::MouseButtonRelease, punto, vista->viewport()->mapToGlobal(punto),
+                       Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(vista->viewport(), &pulsa);
+    QApplication::sendEvent(vista->viewport(), &suelta);
+    EXPECT_EQ(control.Value(), d(20, 2, 2003));
+    EXPECT_EQ(clics, 1);
 }
 
 TEST(ControlCalendario, LosCambiosDelMotorNoSeTomanPorClics) {
