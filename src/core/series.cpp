@@ -27,8 +27,11 @@ QString SentenciaPropuesta(Documento documento, const QString& tienda, const QSt
         return QString("SELECT * FROM series WHERE ") +
                "tipo_series = 'VN' AND tienda_series = 0 AND serie_series = 'FD' AND ejercicio_series=" + ejercicio;
     case Documento::Ticket:
-        // The year is followed by AND with no blank between them: so it is
-        // written in FTpv and the store reads it.
+        // The year is followed by AND with no blank between them, as FTpv has
+        // always written it. After the store there is a blank: the ticket
+        // window's own listing of the pieces leaves it out, the counter's
+        // statement has it, and the counter's form is the one kept here (the
+        // row found is the same either way).
         return QString("SELECT tipo_series, ejercicio_series, tienda_series, serie_series, contador_series ") +
                "FROM series " +
                "WHERE tipo_series = 'VN' " +
