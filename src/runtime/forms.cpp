@@ -57,8 +57,14 @@ void ComboBox::Clear() {
     quiet_ = false;
 }
 
+// Setting ListIndex raises Click whenever it chooses an entry, also the one
+// already chosen: the windows re-read their record that way.
 void ComboBox::SetListIndex(int index) {
     hookEdit();
+    if (index >= 0 && index == currentIndex()) {
+        emit Click();
+        return;
+    }
     setCurrentIndex(index);
 }
 
@@ -126,7 +132,20 @@ void ToggleEnabled(QWidget* w) { w->setEnabled(!Enabled(w)); }
 bool Visible(const QWidget* w) { return !w->isHidden(); }
 void SetVisible(QWidget* w, bool on) { w->setVisible(on); }
 
+namespace {
+// Set while a LostFocus procedure runs: the focus is on its way elsewhere.
+int losingFocus = 0;
+} // namespace
+
+// A SetFocus from inside a LostFocus happens once the focus change under way is
+// over, as the runtime's focus events come one after the other: the control
+// the focus was going to gets it and loses it again, and the one named here
+// then gets its GotFocus (and so selects its text).
 void SetFocus(QWidget* w) {
+    if (losingFocus > 0) {
+        QTimer::singleShot(0, w, [w] { w->setFocus(Qt::OtherFocusReason); });
+        return;
+    }
     w->setFocus(Qt::OtherFocusReason);
 }
 
@@ -305,8 +324,13 @@ bool Form::eventFilter(QObject* o, QEvent* e) {
         if (f->reason() == Qt::ActiveWindowFocusReason || f->reason() == Qt::PopupFocusReason) break;
         // The combo and its edit box both hear it: act once, for the combo.
         if (target != o && qobject_cast<QComboBox*>(target)) break;
-        auto& proc = e->type() == QEvent::FocusIn ? h.gotFocus : h.lostFocus;
-        if (proc) RunEvent(proc);
+        if (e->type() == QEvent::FocusIn) {
+            if (h.gotFocus) RunEvent(h.gotFocus);
+        } else if (h.lostFocus) {
+            ++losingFocus;
+            RunEvent(h.lostFocus);
+            --losingFocus;
+        }
         break;
     }
     case QEvent::KeyPress: {

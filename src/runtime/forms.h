@@ -40,7 +40,7 @@ public:
     void Clear();                 // empties the list and the text; no Click
     int ListCount() const { return count(); }
     int ListIndex() const { return currentIndex(); }
-    void SetListIndex(int index); // Click when the index changes
+    void SetListIndex(int index); // Click whenever an entry is chosen
     QString List(int index) const { return itemText(index); }
     QString Text() const;         // the edit text (editable) or the selected entry
     void SetText(const QString& text); // Change when the text differs
@@ -96,7 +96,8 @@ void SetEnabled(QWidget* w, bool on);
 void ToggleEnabled(QWidget* w);
 bool Visible(const QWidget* w);
 void SetVisible(QWidget* w, bool on);
-// Gives the control the focus now (LostFocus/GotFocus run before it returns).
+// Gives the control the focus now (LostFocus/GotFocus run before it returns);
+// called from a LostFocus, once the focus change under way is over.
 void SetFocus(QWidget* w);
 // SelStart 0, SelLength the whole text.
 void SelectAll(QWidget* w);

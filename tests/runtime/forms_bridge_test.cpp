@@ -30,6 +30,9 @@ public:
     QPushButton* Command1 = new QPushButton(QStringLiteral("&Aceptar"), this);
     QStringList log;
 
+    void OnLostFocusOf(QWidget* w, std::function<void()> p) { OnLostFocus(w, std::move(p)); }
+    void OnGotFocusOf(QWidget* w, std::function<void()> p) { OnGotFocus(w, std::move(p)); }
+
     SampleForm() {
         auto* l = new QVBoxLayout(this);
         for (QWidget* w : {static_cast<QWidget*>(Text1), static_cast<QWidget*>(Text2),
@@ -134,6 +137,27 @@ TEST_F(FormsBridge, EditableComboChangeFiresForTypingAndForCodeButNotForSelectio
     form->Combo1->lineEdit()->selectAll();
     QTest::keyClicks(form->Combo1, "4");
     EXPECT_EQ(form->log, (QStringList{"Combo1_Change:9", "Combo1_Click:01 UNO", "Text1_LostFocus", "Combo1_Change:4"}));
+}
+
+TEST_F(FormsBridge, FocusSentBackFromLostFocusArrivesWithItsGotFocusAndSelection) {
+    // As after "Registro duplicado": the field takes the focus back, and its
+    // GotFocus selects the text so that typing replaces it.
+    form->Text1->setText("17");
+    form->OnLostFocusOf(form->Text1, [this] { vb::SetFocus(form->Text1); });
+    form->OnGotFocusOf(form->Text1, [this] { vb::SelectAll(form->Text1); });
+    vb::SetFocus(form->Text1);
+    form->Text1->deselect();
+    vb::SetFocus(form->Text2);
+    settle();
+    EXPECT_EQ(QApplication::focusWidget(), form->Text1);
+    EXPECT_EQ(form->Text1->selectedText(), "17");
+}
+
+TEST_F(FormsBridge, ChoosingTheChosenEntryAgainRaisesClick) {
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->SetListIndex(0);
+    form->Combo1->SetListIndex(0);
+    EXPECT_EQ(form->log, (QStringList{"Combo1_Click:01 UNO", "Combo1_Click:01 UNO"}));
 }
 
 TEST_F(FormsBridge, TogglingEnabledFlipsEachTime) {

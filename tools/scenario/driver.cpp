@@ -564,11 +564,14 @@ private:
             giveFocus(c);
             for (const QChar ch : arg(2)) {
                 QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : keyTarget(c);
-                QTest::keyClick(target, ch.toLatin1() ? ch.toLatin1() : 'x');
-                if (!ch.toLatin1()) {
-                    // Letters beyond ASCII (ñ, á) go as text events.
-                    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(ch));
+                if (ch.unicode() < 128) {
+                    QTest::keyClick(target, char(ch.unicode()));
+                } else {
+                    // Letters beyond ASCII (ñ, á) are keys that carry their text.
+                    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(ch));
                     QApplication::sendEvent(target, &press);
+                    QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(ch));
+                    QApplication::sendEvent(target, &release);
                 }
                 settle();
             }
@@ -674,9 +677,17 @@ private:
                 else if (spec[i] == ')') --depth;
                 else if (spec[i] == '.' && depth == 0) dot = i;
             }
+            if (spec.startsWith(QLatin1String("session."))) dot = 7;
             if (dot <= 0) error(QStringLiteral("expect CONTROL.Propiedad \"valor\""));
             QString got;
-            if (QAction* a = mdi()->menuEntry(spec.left(dot))) {
+            if (spec.left(dot) == QLatin1String("session")) {
+                const QString prop = spec.mid(dot + 1);
+                vel::MDI* m = mdi();
+                if (prop == QLatin1String("ClientePrograma")) got = m->ClientePrograma;
+                else if (prop == QLatin1String("TiendaPrograma")) got = m->TiendaPrograma;
+                else if (prop == QLatin1String("Timer1.Enabled")) got = boolText(m->Timer1->Enabled());
+                else error("valor de sesión desconocido " + prop);
+            } else if (QAction* a = mdi()->menuEntry(spec.left(dot))) {
                 // A menu entry: its caption and whether it can be chosen.
                 const QString prop = spec.mid(dot + 1);
                 if (prop == QLatin1String("Enabled")) got = boolText(a->isEnabled());
