@@ -54,6 +54,7 @@
 #include <cstring>
 #include <string>
 
+
 namespace vel {
 
 namespace {
@@ -383,6 +384,10 @@ QString firstWord(const QString& sql) {
 
 // "DELETE *  FROM t" (with the star) is the same statement as "DELETE FROM t".
 QString toEngineDialect(const QString& sql) {
+    // Only a DELETE can carry the star: other statements pass untouched.
+    qsizetype i = 0;
+    while (i < sql.size() && sql.at(i).isSpace()) ++i;
+    if (!QStringView(sql).mid(i, 6).startsWith(QLatin1String("DELETE"), Qt::CaseInsensitive)) return sql;
     static const QRegularExpression deleteStar(QStringLiteral("^(\\s*DELETE)\\s+\\*\\s*(FROM\\b)"),
                                                QRegularExpression::CaseInsensitiveOption);
     const auto m = deleteStar.match(sql);
@@ -497,9 +502,46 @@ vb::Variant columnValue(sqlite3_stmt* stmt, int i) {
     case SQLITE_NULL: return vb::Variant();
     default: {
         const auto* t = reinterpret_cast<const char*>(sqlite3_column_text(stmt, i));
-        return vb::Variant(QString::fromUtf8(t, sqlite3_column_bytes(stmt, i)));
+        const int n = sqlite3_column_bytes(stmt, i);
+        // Many columns hold an empty text: no allocation for those.
+        static const QString empty = QString::fromLatin1("");
+        if (n == 0) return vb::Variant(empty);
+        return vb::Variant(QString::fromUtf8(t, n));
     }
     }
+}
+
+// The names of the columns of a statement. The windows run the same few
+// queries again and again, so the names of the last statements are kept and
+// reused when the engine gives the same names again: no text is converted and
+// nothing is allocated for them.
+std::vector<QString> columnNames(sqlite3_stmt* stmt) {
+    struct Entry {
+        std::vector<std::string> raw;
+        std::vector<QString> names;
+    };
+    static std::vector<Entry> recent; // most recent first
+    const int n = sqlite3_column_count(stmt);
+    for (size_t e = 0; e < recent.size(); ++e) {
+        Entry& entry = recent[e];
+        if (static_cast<int>(entry.raw.size()) != n) continue;
+        bool same = true;
+        for (int i = 0; i < n && same; ++i) same = entry.raw[size_t(i)] == sqlite3_column_name(stmt, i);
+        if (!same) continue;
+        if (e != 0) std::rotate(recent.begin(), recent.begin() + static_cast<long>(e), recent.begin() + static_cast<long>(e) + 1);
+        return recent.front().names;
+    }
+    Entry entry;
+    entry.raw.reserve(size_t(n));
+    entry.names.reserve(size_t(n));
+    for (int i = 0; i < n; ++i) {
+        const char* name = sqlite3_column_name(stmt, i);
+        entry.raw.emplace_back(name);
+        entry.names.push_back(QString::fromUtf8(name));
+    }
+    recent.insert(recent.begin(), std::move(entry));
+    if (recent.size() > 32) recent.pop_back();
+    return recent.front().names;
 }
 
 void applySettings(sqlite3* db) {
@@ -516,9 +558,7 @@ void applySettings(sqlite3* db) {
 // Recordset
 
 Recordset::Recordset(Database* db, sqlite3_stmt* stmt) : db_(db), stmt_(stmt) {
-    const int n = sqlite3_column_count(stmt);
-    names_.reserve(static_cast<size_t>(n));
-    for (int i = 0; i < n; ++i) names_.push_back(QString::fromUtf8(sqlite3_column_name(stmt, i)));
+    names_ = columnNames(stmt);
 }
 
 Recordset::~Recordset() {
@@ -599,7 +639,22 @@ long Recordset::RecordCount() const {
 }
 
 int Recordset::columnIndex(const QString& column) const {
-    for (size_t i = 0; i < names_.size(); ++i) {
+    // Windows read the fields of a row mostly in the order of the columns and
+    // with the names as declared: look for the exact name from the column
+    // after the last one found, then without regard to case.
+    const size_t n = names_.size();
+    static thread_local const Recordset* lastSet = nullptr;
+    static thread_local size_t lastFound = 0;
+    const size_t start = (lastSet == this) ? lastFound + 1 : 0;
+    for (size_t k = 0; k < n; ++k) {
+        const size_t i = (start + k) % n;
+        if (names_[i] == column) {
+            lastSet = this;
+            lastFound = i;
+            return static_cast<int>(i);
+        }
+    }
+    for (size_t i = 0; i < n; ++i) {
         if (names_[i].compare(column, Qt::CaseInsensitive) == 0) return static_cast<int>(i);
     }
     return -1;
