@@ -221,14 +221,7 @@ void MDI::SetHeight(long twips) {
 // the next statement runs (so a window that can't be sized, maximised on a small
 // screen, says why and the other dimension is still seen to).
 void MDI::MDIForm_Resize() {
-    auto trap = [](const std::function<void()>& statement) {
-        try {
-            statement();
-        } catch (const vb::RuntimeError& e) {
-            vb::MsgBox("Error " + QString::number(e.Number) + " (" + e.Description +
-                       ") in procedure MDIForm_Resize of Formulario MDI");
-        }
-    };
+    vb::OneLineTrap trap(" in procedure MDIForm_Resize of Formulario MDI");
     trap([this] {
         if (Width() > 2400 && Width() < 12180) SetWidth(12280);
     });

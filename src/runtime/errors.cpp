@@ -26,6 +26,22 @@ bool ResumeNext::operator()(const std::function<void()>& statement) {
     }
 }
 
+QString OneLineTrap::Message(const RuntimeError& e, const QString& where) {
+    return "Error " + QString::number(e.Number) + " (" + e.Description + ")" + where;
+}
+
+bool OneLineTrap::operator()(const std::function<void()>& statement) {
+    try {
+        statement();
+        return true;
+    } catch (const RuntimeError& e) {
+        Err().Number = e.Number;
+        Err().Description = e.Description;
+        MsgBox(Message(e, where_));
+        return false;
+    }
+}
+
 void End() { throw EndProgram{}; }
 
 QString UntrappedMessage(const RuntimeError& error) {

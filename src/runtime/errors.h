@@ -45,6 +45,22 @@ public:
     bool operator()(const std::function<void()>& statement);
 };
 
+// The trap that tells the error in one line and goes on with the next
+// statement: "Error " + number + " (" + description + ")" + where, in a plain
+// message box. `where` is the trap's own ending, as ") in procedure
+// MDIForm_Resize of Formulario MDI" or ") importando fichero" without the
+// parenthesis: " in procedure MDIForm_Resize of Formulario MDI".
+class OneLineTrap {
+public:
+    explicit OneLineTrap(QString where) : where_(std::move(where)) {}
+    // Runs one statement; returns false when it failed and was reported.
+    bool operator()(const std::function<void()>& statement);
+    static QString Message(const RuntimeError& e, const QString& where);
+
+private:
+    QString where_;
+};
+
 // The runtime's End statement: thrown, unwinds whatever event procedure is
 // running, and is caught where the event entered the program, which then ends.
 struct EndProgram {};

@@ -204,6 +204,18 @@ TEST_F(FormsBridge, AnErrorInAnEventRaisedByCodeReachesTheProcedureThatRaisedIt)
     EXPECT_EQ(vb::Err().Number, 94);
 }
 
+TEST_F(FormsBridge, TheOneLineTrapTellsTheErrorAndGoesOnWithTheNextStatement) {
+    vb::OneLineTrap trap(" importando fichero");
+    bool second = false;
+    vb::RunEvent([&] {
+        trap([] { vb::Raise(1004, "No se puede abrir el libro"); });
+        trap([&] { second = true; });
+    });
+    EXPECT_TRUE(second);
+    EXPECT_FALSE(endedSeen);
+    EXPECT_EQ(boxes.shown, QStringList{"Velmarinda|Error 1004 (No se puede abrir el libro) importando fichero|0"});
+}
+
 TEST_F(FormsBridge, EndStopsTheProcedureAndTheProgram) {
     bool after = false;
     vb::RunEvent([&] {
