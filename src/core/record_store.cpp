@@ -64,7 +64,12 @@ namespace {
 
 // Folds a code point to the letter it is compared as: upper case, without
 // accent, except Ñ, which is a letter of its own.
-char32_t foldLetter(char32_t cp) {
+char32_t foldOther(char32_t cp);
+inline char32_t foldLetter(char32_t cp) {
+    if (cp < 0x80) return (cp >= U'a' && cp <= U'z') ? cp - 32 : cp;
+    return foldOther(cp);
+}
+char32_t foldOther(char32_t cp) {
     static const std::vector<char32_t> table = [] {
         std::vector<char32_t> t(0x250);
         for (char32_t c = 0; c < t.size(); ++c) {
@@ -382,9 +387,69 @@ QString firstWord(const QString& sql) {
     return m.hasMatch() ? m.captured(1).toUpper() : QString();
 }
 
-// "DELETE *  FROM t" (with the star) is the same statement as "DELETE FROM t".
-QString toEngineDialect(const QString& sql) {
-    // Only a DELETE can carry the star: other statements pass untouched.
+// A number written straight against the next word, as in
+// "ejercicio_series = 2024AND tienda_series = 2" (the ticket window joins the
+// year and the AND with no blank): the original engine reads the number and
+// then the word; SQLite wants a blank between them, which is put in here.
+// Texts in quotes are left alone.
+QString separateNumbersFromWords(const QString& sql) {
+    auto isWordChar = [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('$'); };
+    QString out;
+    qsizetype copied = 0;
+    const qsizetype n = sql.size();
+    qsizetype i = 0;
+    while (i < n) {
+        const QChar c = sql.at(i);
+        if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            const QChar quote = c;
+            ++i;
+            while (i < n && sql.at(i) != quote) ++i;
+            ++i;
+            continue;
+        }
+        if (c == QLatin1Char('[')) {
+            while (i < n && sql.at(i) != QLatin1Char(']')) ++i;
+            ++i;
+            continue;
+        }
+        if (isWordChar(c) && !c.isDigit()) {
+            while (i < n && isWordChar(sql.at(i))) ++i;
+            continue;
+        }
+        if (c.isDigit() || (c == QLatin1Char('.') && i + 1 < n && sql.at(i + 1).isDigit())) {
+            while (i < n && sql.at(i).isDigit()) ++i;
+            if (i < n && sql.at(i) == QLatin1Char('.')) {
+                ++i;
+                while (i < n && sql.at(i).isDigit()) ++i;
+            }
+            if (i + 1 < n && (sql.at(i) == QLatin1Char('e') || sql.at(i) == QLatin1Char('E'))) {
+                qsizetype j = i + 1;
+                if (j < n && (sql.at(j) == QLatin1Char('+') || sql.at(j) == QLatin1Char('-'))) ++j;
+                if (j < n && sql.at(j).isDigit()) {
+                    i = j;
+                    while (i < n && sql.at(i).isDigit()) ++i;
+                }
+            }
+            if (i < n && isWordChar(sql.at(i))) {
+                out += QStringView(sql).mid(copied, i - copied);
+                out += QLatin1Char(' ');
+                copied = i;
+            }
+            continue;
+        }
+        ++i;
+    }
+    if (copied == 0) return sql;
+    out += QStringView(sql).mid(copied);
+    return out;
+}
+
+// The statement in the form SQLite takes: "DELETE *  FROM t" (with the star)
+// is the same statement as "DELETE FROM t", and numbers stand apart from the
+// words after them.
+QString toEngineDialect(const QString& text) {
+    const QString sql = separateNumbersFromWords(text);
+    // Only a DELETE can carry the star.
     qsizetype i = 0;
     while (i < sql.size() && sql.at(i).isSpace()) ++i;
     if (!QStringView(sql).mid(i, 6).startsWith(QLatin1String("DELETE"), Qt::CaseInsensitive)) return sql;
@@ -544,6 +609,17 @@ std::vector<QString> columnNames(sqlite3_stmt* stmt) {
     return recent.front().names;
 }
 
+// The program has one thread: the engine need not lock the connection on each
+// call, nor count its memory under a lock. Set once, before the first open.
+int openFlags(int flags) {
+    static const bool configured = [] {
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+        return true;
+    }();
+    (void)configured;
+    return flags | SQLITE_OPEN_NOMUTEX;
+}
+
 void applySettings(sqlite3* db) {
     // See the head of this file: write-ahead log, synced at checkpoints.
     sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
@@ -559,6 +635,7 @@ void applySettings(sqlite3* db) {
 
 Recordset::Recordset(Database* db, sqlite3_stmt* stmt) : db_(db), stmt_(stmt) {
     names_ = columnNames(stmt);
+    rows_.reserve(8);
 }
 
 Recordset::~Recordset() {
@@ -721,7 +798,7 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
     sqlite3* db = nullptr;
     // Never creates the file: a missing database is an error for the program.
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, openFlags(SQLITE_OPEN_READWRITE), nullptr);
     if (rc != SQLITE_OK) {
         if (db) sqlite3_close_v2(db);
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
@@ -748,8 +825,8 @@ std::unique_ptr<Database> Database::CreateDatabase(const QString& path) {
                                        "el archivo.")
                             .arg(QDir::toNativeSeparators(info.absolutePath())));
     sqlite3* db = nullptr;
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE,
-                                   nullptr);
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db,
+                                   openFlags(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE), nullptr);
     if (rc != SQLITE_OK) {
         if (db) sqlite3_close_v2(db);
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));

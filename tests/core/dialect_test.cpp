@@ -170,3 +170,20 @@ TEST_F(Dialect, ANumberWithLeadingZerosInAWhereIsTheNumber) {
                   .num(),
               17);
 }
+
+TEST_F(Dialect, AYearWrittenAgainstTheNextAndIsStillRead) {
+    // The ticket sale joins the year and the following AND with no blank.
+    db->Execute(QStringLiteral("INSERT INTO series VALUES ('VN', 2024, 2, 'TI', 99)"));
+    EXPECT_EQ(First(QStringLiteral("SELECT tipo_series, ejercicio_series, tienda_series, serie_series, contador_series "
+                                   "FROM series WHERE tipo_series = 'VN' AND ejercicio_series = 2024AND tienda_series = 2 "
+                                   "AND serie_series = 'TI'"),
+                    QStringLiteral("contador_series"))
+                  .num(),
+              99);
+    // A text in quotes is never touched, and names with digits stay whole.
+    db->Execute(QStringLiteral("INSERT INTO formapago VALUES ('2X', '30AND60 DIAS', 2, 30, 60, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)"));
+    EXPECT_EQ(First(QStringLiteral("SELECT * FROM formapago WHERE dias02_formapago = 60AND codigo_formapago = '2X'"),
+                    QStringLiteral("nombre_formapago"))
+                  .str(),
+              QStringLiteral("30AND60 DIAS"));
+}
