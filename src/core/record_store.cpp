@@ -13,7 +13,8 @@
 //    log needs every program that shares the file to run on the same machine.
 //
 //  * Text. Every text column is declared with the collation ESPANOL: comparison
-//    without regard to case or accents, and Spanish order (Ñ after N), as the
+//    without regard to case, accents or trailing blanks, and Spanish order (Ñ
+//    after N), as the
 //    shop's users expect from "=", "<>", ORDER BY and the keys. Date columns hold
 //    text dd/mm/yyyy and use the collation FECHA, which orders them by day in the
 //    calendar (texts that are not dates go after every date, in ESPANOL order).
@@ -137,6 +138,11 @@ bool isPlainAscii(const unsigned char* s, int n) {
 // Spanish order is the order of the upper-cased bytes, and the collator is not
 // needed. Anything else goes through the collator.
 int compareSpanish(const unsigned char* a, int na, const unsigned char* b, int nb) {
+    // Blanks at the end of a text don't count: the payment-term list pads its
+    // entries ("30 /30 DIAS", a name padded to 50) and reads the key back with
+    // its padding, "WHERE codigo_formapago = '30 '", which must find term 30.
+    while (na > 0 && a[na - 1] == ' ') --na;
+    while (nb > 0 && b[nb - 1] == ' ') --nb;
     if (isPlainAscii(a, na) && isPlainAscii(b, nb)) {
         const int n = std::min(na, nb);
         for (int i = 0; i < n; ++i) {

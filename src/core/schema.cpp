@@ -189,20 +189,31 @@ std::vector<Table> buildTables() {
 
     // The article structure: each level looks its key up with the same first
     // two characters that its INSERT writes, so the key never repeats.
+    //
+    // Column order of the three lower levels: the structure window writes them
+    // with no column list as its own code, then the codes of the levels above
+    // going up, then the description ("insert into grandes_familias values('"
+    // granfamilia "','" division "','" description "')"). The tables follow
+    // that order, since an INSERT with no column list is what decides where each
+    // value lands; with the division first, a gran familia 10 of division 01
+    // would be stored as division 10 and never be listed under its division, and
+    // a child saved with an empty parent box would not get the empty parent
+    // code. Every SELECT, UPDATE and DELETE names its columns, so only the
+    // INSERTs depend on this order.
     t.push_back({"divisiones", {{"codigo_division", T}, {"descripcion_division", T}}, {"codigo_division"}, {}});
     t.push_back({"grandes_familias",
-                 {{"codigo_division", T}, {"codigo_granfamilia", T}, {"descripcion_granfamilia", T}},
+                 {{"codigo_granfamilia", T}, {"codigo_division", T}, {"descripcion_granfamilia", T}},
                  {"codigo_division", "codigo_granfamilia"},
                  {}});
     t.push_back({"familias",
-                 {{"codigo_division", T}, {"codigo_granfamilia", T}, {"codigo_familia", T}, {"descripcion_familia", T}},
+                 {{"codigo_familia", T}, {"codigo_granfamilia", T}, {"codigo_division", T}, {"descripcion_familia", T}},
                  {"codigo_division", "codigo_granfamilia", "codigo_familia"},
                  {}});
     t.push_back({"articulos",
-                 {{"codigo_division", T},
-                  {"codigo_granfamilia", T},
+                 {{"codigo_articulo", T},
                   {"codigo_familia", T},
-                  {"codigo_articulo", T},
+                  {"codigo_granfamilia", T},
+                  {"codigo_division", T},
                   {"descripcion_articulo", T}},
                  {"codigo_division", "codigo_granfamilia", "codigo_familia", "codigo_articulo"},
                  {}});

@@ -83,3 +83,15 @@ TEST_F(SpanishText, AKeyIsUniqueWithoutRegardToCase) {
               }),
               3022);
 }
+
+// The payment-term list reads its entries back with their padding: the code of
+// "30 /30 DIAS" is looked for as '30 ', and a name as padded to 50 characters.
+TEST_F(SpanishText, BlanksAtTheEndOfATextDoNotCount) {
+    EXPECT_EQ(Rows(QStringLiteral("SELECT * FROM formapago WHERE codigo_formapago = '30 '"), {QStringLiteral("codigo_formapago")}),
+              QStringList{QStringLiteral("30")});
+    const QString padded = QStringLiteral("CONTADO") + QString(43, QLatin1Char(' '));
+    EXPECT_EQ(Rows("SELECT * FROM formapago WHERE nombre_formapago = '" + padded + "'", {QStringLiteral("codigo_formapago")}),
+              QStringList{QStringLiteral("CON")});
+    // Blanks in front still count.
+    EXPECT_TRUE(Rows(QStringLiteral("SELECT * FROM formapago WHERE codigo_formapago = ' 30'"), {QStringLiteral("codigo_formapago")}).isEmpty());
+}

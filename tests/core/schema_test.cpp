@@ -240,3 +240,19 @@ TEST_F(Schema, EveryKeyHasAnIndex) {
         EXPECT_TRUE(plan.contains(QStringLiteral("USING"))) << t.name << ": " << qPrintable(plan);
     }
 }
+
+// The structure window writes a level's own code first, then the codes above
+// it going up: a gran familia saved that way is found under its division.
+TEST_F(Schema, AStructureLevelWrittenAsTheWindowWritesItIsFoundUnderItsParents) {
+    db->Execute(QStringLiteral("insert into divisiones values('01','FERRETERIA')"));
+    db->Execute(QStringLiteral("insert into grandes_familias values('10','01','TORNILLERIA')"));
+    db->Execute(QStringLiteral("insert into familias values('20','10','01','TORNILLOS')"));
+    db->Execute(QStringLiteral("insert into articulos values('30','20','10','01','ROSCA CHAPA')"));
+    EXPECT_EQ(Rows(QStringLiteral("select * from grandes_familias where codigo_division='01' order by codigo_granfamilia asc"),
+                   {QStringLiteral("codigo_granfamilia"), QStringLiteral("descripcion_granfamilia")}),
+              QStringList{QStringLiteral("10|TORNILLERIA")});
+    EXPECT_EQ(Rows(QStringLiteral("select * from articulos where  codigo_familia='20' and codigo_granfamilia='10' and "
+                                  "codigo_division='01' order by codigo_articulo asc"),
+                   {QStringLiteral("codigo_articulo"), QStringLiteral("descripcion_articulo")}),
+              QStringList{QStringLiteral("30|ROSCA CHAPA")});
+}
