@@ -296,8 +296,8 @@ std::vector<Table> buildTables() {
 
     // Invoices: invoicing a delivery note takes number 1 again for as long as
     // the year has no 'FD' counter (see series), so several invoices of a store
-    // and year may carry number 1, and the design keeps that trap. Nothing says
-    // the second one fails: the key has a plain index.
+    // and year may carry number 1: the program keeps that trap on purpose and
+    // the second one is written all the same, so the key has a plain index.
     t.push_back({"cabecera_factura_venta",
                  documentHeader("_cabecera_factura_venta"),
                  {},

@@ -41,19 +41,19 @@ int showReal(const QString& title, const QString& text, int style) {
     case vbInformation: box.setIcon(QMessageBox::Information); break;
     default: box.setIcon(QMessageBox::NoIcon); break;
     }
-    auto specs = buttonsFor(style);
+    auto buttonSpecs = buttonsFor(style);
     std::vector<QPushButton*> buttons;
-    for (const auto& s : specs) buttons.push_back(box.addButton(s.button));
+    for (const auto& s : buttonSpecs) buttons.push_back(box.addButton(s.button));
     size_t def = (style & 0x300) >> 8;
     if (def >= buttons.size()) def = 0;
     box.setDefaultButton(buttons[def]);
     // Escape answers Cancel where there is one, else the only button.
-    for (size_t i = 0; i < specs.size(); ++i)
-        if (specs[i].result == vbCancel || specs.size() == 1) box.setEscapeButton(buttons[i]);
+    for (size_t i = 0; i < buttonSpecs.size(); ++i)
+        if (buttonSpecs[i].result == vbCancel || buttonSpecs.size() == 1) box.setEscapeButton(buttons[i]);
     box.exec();
     for (size_t i = 0; i < buttons.size(); ++i)
-        if (box.clickedButton() == buttons[i]) return specs[i].result;
-    return specs[def].result;
+        if (box.clickedButton() == buttons[i]) return buttonSpecs[i].result;
+    return buttonSpecs[def].result;
 }
 } // namespace
 

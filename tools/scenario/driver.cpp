@@ -269,24 +269,24 @@ private:
         return nullptr;
     }
 
-    QWidget* find(const QString& spec) {
-        const int dot = int(spec.indexOf('.'));
-        if (dot > 0 && !spec.left(dot).contains('(')) {
-            QWidget* w = window(spec.left(dot));
-            if (!w) error("la ventana " + spec.left(dot) + " no está abierta");
-            QWidget* c = w->findChild<QWidget*>(spec.mid(dot + 1));
-            if (!c) error("no hay control " + spec);
+    QWidget* find(const QString& name) {
+        const int dot = int(name.indexOf('.'));
+        if (dot > 0 && !name.left(dot).contains('(')) {
+            QWidget* w = window(name.left(dot));
+            if (!w) error("la ventana " + name.left(dot) + " no está abierta");
+            QWidget* c = w->findChild<QWidget*>(name.mid(dot + 1));
+            if (!c) error("no hay control " + name);
             return c;
         }
-        if (QWidget* w = window(spec)) return w;
+        if (QWidget* w = window(name)) return w;
         vel::MDI* m = mdi();
         const auto forms = m->openForms();
         if (!forms.isEmpty())
-            if (QWidget* c = forms.first()->findChild<QWidget*>(spec)) return c;
-        if (QWidget* c = m->findChild<QWidget*>(spec); c && !qobject_cast<QMenu*>(c)) return c;
+            if (QWidget* c = forms.first()->findChild<QWidget*>(name)) return c;
+        if (QWidget* c = m->findChild<QWidget*>(name); c && !qobject_cast<QMenu*>(c)) return c;
         for (vb::Form* f : forms)
-            if (QWidget* c = f->findChild<QWidget*>(spec)) return c;
-        error("no hay control " + spec);
+            if (QWidget* c = f->findChild<QWidget*>(name)) return c;
+        error("no hay control " + name);
     }
 
     void needVisible(QWidget* w, const QString& name) {
@@ -668,35 +668,35 @@ private:
             QWidget* win = w.size() > 2 ? find(w[2]) : mdi();
             win->grab().save(arg(1));
         } else if (cmd == QLatin1String("expect")) {
-            const QString spec = arg(1);
+            const QString name = arg(1);
             // The property follows the last dot outside parentheses, so that
             // both Combocodigo.List(0) and an array control, Textven(0).Enabled, work.
             int dot = -1, depth = 0;
-            for (int i = 0; i < spec.size(); ++i) {
-                if (spec[i] == '(') ++depth;
-                else if (spec[i] == ')') --depth;
-                else if (spec[i] == '.' && depth == 0) dot = i;
+            for (int i = 0; i < name.size(); ++i) {
+                if (name[i] == '(') ++depth;
+                else if (name[i] == ')') --depth;
+                else if (name[i] == '.' && depth == 0) dot = i;
             }
-            if (spec.startsWith(QLatin1String("session."))) dot = 7;
+            if (name.startsWith(QLatin1String("session."))) dot = 7;
             if (dot <= 0) error(QStringLiteral("expect CONTROL.Propiedad \"valor\""));
             QString got;
-            if (spec.left(dot) == QLatin1String("session")) {
-                const QString prop = spec.mid(dot + 1);
+            if (name.left(dot) == QLatin1String("session")) {
+                const QString prop = name.mid(dot + 1);
                 vel::MDI* m = mdi();
                 if (prop == QLatin1String("ClientePrograma")) got = m->ClientePrograma;
                 else if (prop == QLatin1String("TiendaPrograma")) got = m->TiendaPrograma;
                 else if (prop == QLatin1String("Timer1.Enabled")) got = boolText(m->Timer1->Enabled());
                 else error("valor de sesión desconocido " + prop);
-            } else if (QAction* a = mdi()->menuEntry(spec.left(dot))) {
+            } else if (QAction* a = mdi()->menuEntry(name.left(dot))) {
                 // A menu entry: its caption and whether it can be chosen.
-                const QString prop = spec.mid(dot + 1);
+                const QString prop = name.mid(dot + 1);
                 if (prop == QLatin1String("Enabled")) got = boolText(a->isEnabled());
                 else if (prop == QLatin1String("Caption")) got = a->text();
-                else error("propiedad desconocida " + prop + " en " + spec.left(dot));
+                else error("propiedad desconocida " + prop + " en " + name.left(dot));
             } else {
-                got = property(find(spec.left(dot)), spec.mid(dot + 1));
+                got = property(find(name.left(dot)), name.mid(dot + 1));
             }
-            if (got != arg(2)) fail(spec + " es " + quote(got) + ", se esperaba " + quote(w[2]));
+            if (got != arg(2)) fail(name + " es " + quote(got) + ", se esperaba " + quote(w[2]));
         } else if (cmd == QLatin1String("expect-msg")) {
             if (boxes_.unchecked.empty()) fail("no se mostró ningún mensaje; se esperaba " + quote(arg(1)));
             const QString got = boxes_.unchecked.front();
