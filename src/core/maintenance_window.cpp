@@ -80,20 +80,20 @@ void MaintenanceWindow::Commandnuevo_Click() {
 void MaintenanceWindow::Commandmodificar_Click() {
     ModoVentana = QStringLiteral("M");
     Texto();
-    Botones();
+    BotonesDeModo();
     LlenarCombocodigo();
 }
 
 // Consult and delete leave the fields disabled: no Texto here.
 void MaintenanceWindow::Commandconsultar_Click() {
     ModoVentana = QStringLiteral("O");
-    Botones();
+    BotonesDeModo();
     LlenarCombocodigo();
 }
 
 void MaintenanceWindow::Commandborrar_Click() {
     ModoVentana = QStringLiteral("B");
-    Botones();
+    BotonesDeModo();
     LlenarCombocodigo();
 }
 

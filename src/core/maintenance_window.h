@@ -46,6 +46,9 @@ public:
     virtual void Borrar();
     virtual void Texto();
     virtual void Botones();
+    // How Modificar, Consultar and Borrar turn the buttons to their mode: by
+    // flipping them with Botones. A window that sets them directly says so here.
+    virtual void BotonesDeModo() { Botones(); }
 
     // ---- Event procedures ------------------------------------------------------
     virtual void Commandnuevo_Click();

@@ -245,11 +245,7 @@ void MDI::changeEvent(QEvent* e) {
 // task id and goes on with the next statement; there is never a message.
 void MDI::MnuUtilidadesCalculadora_Click() {
     auto onError = [this](const std::function<void()>& statement) {
-        try {
-            statement();
-        } catch (const vb::RuntimeError&) {
-            IdCalculadora = 0;
-        }
+        vb::Trap(statement, [this](const vb::RuntimeError&) { IdCalculadora = 0; });
     };
     onError([this] {
         if (IdCalculadora != 0) vb::AppActivate(IdCalculadora);

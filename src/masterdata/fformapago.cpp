@@ -60,7 +60,7 @@ void Fformapago::Borrar() {
 // Consultar, Borrar and Modificar set the buttons one by one instead of flipping
 // them with Botones, so running them again is harmless to the buttons: the
 // order options run them again to refill the list.
-void Fformapago::BotonesDeSeleccion() {
+void Fformapago::BotonesDeModo() {
     vb::SetEnabled(Commandnuevo, false);
     vb::SetEnabled(Commandborrar, false);
     vb::SetEnabled(Commandconsultar, false);
@@ -71,40 +71,17 @@ void Fformapago::BotonesDeSeleccion() {
     vb::SetVisible(Combocodigo, true);
 }
 
-void Fformapago::Commandmodificar_Click() {
-    ModoVentana = QStringLiteral("M");
-    // Texto is still a toggle: a change of order while modifying runs this
-    // procedure again and so flips the code, name and due-date boxes off (and a
-    // second change flips them on again). Only the buttons are set directly.
-    Texto();
-    BotonesDeSeleccion();
-    LlenarCombocodigo();
-}
-
-void Fformapago::Commandconsultar_Click() {
-    ModoVentana = QStringLiteral("O");
-    BotonesDeSeleccion();
-    LlenarCombocodigo();
-}
-
-void Fformapago::Commandborrar_Click() {
-    ModoVentana = QStringLiteral("B");
-    BotonesDeSeleccion();
-    LlenarCombocodigo();
-}
-
 // The options run again the button of the current mode; in "N" or idle, nothing.
-void Fformapago::OptionC_Click() {
+// Modificar's Texto is still a toggle: a change of order while modifying flips
+// the code, name and due-date boxes off (and a second change flips them on).
+void Fformapago::RepetirModo() {
     if (ModoVentana == QLatin1String("O")) Commandconsultar_Click();
     else if (ModoVentana == QLatin1String("B")) Commandborrar_Click();
     else if (ModoVentana == QLatin1String("M")) Commandmodificar_Click();
 }
 
-void Fformapago::OptionN_Click() {
-    if (ModoVentana == QLatin1String("O")) Commandconsultar_Click();
-    else if (ModoVentana == QLatin1String("B")) Commandborrar_Click();
-    else if (ModoVentana == QLatin1String("M")) Commandmodificar_Click();
-}
+void Fformapago::OptionC_Click() { RepetirModo(); }
+void Fformapago::OptionN_Click() { RepetirModo(); }
 
 QString Fformapago::SentenciaLista() const {
     if (vb::Value(OptionC)) return QStringLiteral("SELECT * FROM formapago ORDER BY codigo_formapago");

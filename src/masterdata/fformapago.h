@@ -22,9 +22,6 @@ public:
     ~Fformapago() override;
 
     void Borrar() override;
-    void Commandmodificar_Click() override;
-    void Commandconsultar_Click() override;
-    void Commandborrar_Click() override;
     void Combocodigo_Click() override;
     void OptionC_Click();
     void OptionN_Click();
@@ -52,7 +49,9 @@ protected:
 
 private:
     // Sets the buttons of the modes that pick a record from the combo.
-    void BotonesDeSeleccion();
+    void BotonesDeModo() override;
+    // The order options run again the button of the current mode.
+    void RepetirModo();
     std::unique_ptr<Ui::Fformapago> ui;
 };
 

@@ -15,31 +15,28 @@ ErrObject& Err() {
     return err;
 }
 
-bool ResumeNext::operator()(const std::function<void()>& statement) {
+// Runs one statement under a trap: a runtime error is recorded in Err, handed
+// to the trap's own handling, and the statement is over.
+bool Trap(const std::function<void()>& statement, const std::function<void(const RuntimeError&)>& onError) {
     try {
         statement();
         return true;
     } catch (const RuntimeError& e) {
         Err().Number = e.Number;
         Err().Description = e.Description;
+        if (onError) onError(e);
         return false;
     }
 }
+
+bool ResumeNext::operator()(const std::function<void()>& statement) { return Trap(statement, nullptr); }
 
 QString OneLineTrap::Message(const RuntimeError& e, const QString& where) {
     return "Error " + QString::number(e.Number) + " (" + e.Description + ")" + where;
 }
 
 bool OneLineTrap::operator()(const std::function<void()>& statement) {
-    try {
-        statement();
-        return true;
-    } catch (const RuntimeError& e) {
-        Err().Number = e.Number;
-        Err().Description = e.Description;
-        MsgBox(Message(e, where_));
-        return false;
-    }
+    return Trap(statement, [this](const RuntimeError& e) { MsgBox(Message(e, where_)); });
 }
 
 void End() { throw EndProgram{}; }

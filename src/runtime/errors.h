@@ -36,6 +36,10 @@ struct ErrObject {
 };
 ErrObject& Err();
 
+// Runs one statement under an error trap: a runtime error is recorded in Err()
+// and given to onError (which may be empty); returns false when it failed.
+bool Trap(const std::function<void()>& statement, const std::function<void(const RuntimeError&)>& onError);
+
 // "On Error Resume Next" over a region: each call runs one statement; a runtime
 // error in it is recorded in Err() and the next statement runs.
 //   vb::ResumeNext r;  r([&]{ ... });  r([&]{ ... });
