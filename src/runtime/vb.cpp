@@ -371,25 +371,13 @@ QString formatDate(const QDateTime& moment, const QString& mask) {
             lastWasHour = false;
             continue;
         }
-        if (lc == u'h') {
-            const int n = run(i, u'h');
-            out += n == 1 ? QString::number(time.hour()) : pad2(time.hour());
+        if (lc == u'h' || lc == u'n' || lc == u's') {
+            // Hours, minutes, seconds: one letter the bare number, two or more padded.
+            const int value = lc == u'h' ? time.hour() : lc == u'n' ? time.minute() : time.second();
+            const int n = run(i, lc);
+            out += n == 1 ? QString::number(value) : pad2(value);
             i += n;
-            lastWasHour = true;
-            continue;
-        }
-        if (lc == u'n') {
-            const int n = run(i, u'n');
-            out += n == 1 ? QString::number(time.minute()) : pad2(time.minute());
-            i += n;
-            lastWasHour = false;
-            continue;
-        }
-        if (lc == u's') {
-            const int n = run(i, u's');
-            out += n == 1 ? QString::number(time.second()) : pad2(time.second());
-            i += n;
-            lastWasHour = false;
+            lastWasHour = lc == u'h';
             continue;
         }
         if (lc == u'w') {
