@@ -4,7 +4,7 @@
 set -euo pipefail
 PACKAGES=(
   g++ cmake make pkg-config
-  qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libqt6printsupport6 libgl-dev
+  qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libsqlite3-dev libicu-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation xvfb xauth locales
