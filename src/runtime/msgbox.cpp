@@ -1,6 +1,7 @@
 #include "runtime/msgbox.h"
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 
 namespace vb {
@@ -31,7 +32,16 @@ std::vector<ButtonSpec> buttonsFor(int style) {
 }
 
 int showReal(const QString& title, const QString& text, int style) {
-    QMessageBox box(QApplication::activeWindow());
+    // The window that was active gets the activation back when the box closes:
+    // a display without a window manager gives it to no one.
+    QPointer<QWidget> previous = QApplication::activeWindow();
+    struct Reactivate {
+        QPointer<QWidget>& w;
+        ~Reactivate() {
+            if (w) w->activateWindow();
+        }
+    } reactivate{previous};
+    QMessageBox box(previous);
     box.setWindowTitle(title);
     box.setText(text);
     switch (style & 0x70) {

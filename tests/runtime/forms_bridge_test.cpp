@@ -31,6 +31,8 @@ public:
     QStringList log;
 
     void OnLostFocusOf(QWidget* w, std::function<void()> p) { OnLostFocus(w, std::move(p)); }
+    void OnClickOf(QAbstractButton* b, std::function<void()> p) { OnClick(b, std::move(p)); }
+    void OnChangeOf(vb::Label* l, std::function<void()> p) { OnChange(l, std::move(p)); }
     void OnGotFocusOf(QWidget* w, std::function<void()> p) { OnGotFocus(w, std::move(p)); }
 
     SampleForm() {
@@ -158,6 +160,64 @@ TEST_F(FormsBridge, ChoosingTheChosenEntryAgainRaisesClick) {
     form->Combo1->SetListIndex(0);
     form->Combo1->SetListIndex(0);
     EXPECT_EQ(form->log, (QStringList{"Combo1_Click:01 UNO", "Combo1_Click:01 UNO"}));
+}
+
+TEST_F(FormsBridge, OptionButtonsRaiseClickWhenChosenByTheUserOrByCode) {
+    auto* group = new QWidget(form);
+    auto* porCodigo = new QRadioButton(QStringLiteral("Ordenar por Código"), group);
+    auto* porNombre = new QRadioButton(QStringLiteral("Ordenar por Nombre"), group);
+    porCodigo->move(0, 0);
+    porNombre->move(0, 30);
+    group->resize(200, 60);
+    group->show();
+    QStringList clicks;
+    form->OnClickOf(porCodigo, [&] { clicks << "OptionC_Click"; });
+    form->OnClickOf(porNombre, [&] { clicks << "OptionN_Click"; });
+    vb::SetValue(porCodigo, true);
+    QTest::mouseClick(porNombre, Qt::LeftButton, Qt::NoModifier, QPoint(8, porNombre->height() / 2));
+    EXPECT_EQ(clicks, (QStringList{"OptionC_Click", "OptionN_Click"}));
+    // Only one of a group is chosen.
+    EXPECT_FALSE(vb::Value(porCodigo));
+    EXPECT_TRUE(vb::Value(porNombre));
+}
+
+TEST_F(FormsBridge, ACheckBoxIsZeroOrOneAndRaisesClickOnEachChange) {
+    auto* check = new QCheckBox(QStringLiteral("Facturable"), form);
+    check->show();
+    int clicks = 0;
+    form->OnClickOf(check, [&] { ++clicks; });
+    EXPECT_EQ(vb::Value(check), 0);
+    vb::SetValue(check, 1);
+    EXPECT_EQ(vb::Value(check), 1);
+    QTest::mouseClick(check, Qt::LeftButton, Qt::NoModifier, QPoint(8, check->height() / 2));
+    EXPECT_EQ(vb::Value(check), 0);
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(FormsBridge, ALabelCaptionChangedByCodeRaisesChange) {
+    auto* total = new vb::Label(form);
+    QStringList changes;
+    form->OnChangeOf(total, [&] { changes << total->Caption(); });
+    total->SetCaption("12.50");
+    total->SetCaption("12.50");
+    total->SetCaption("0.00");
+    EXPECT_EQ(changes, (QStringList{"12.50", "0.00"}));
+}
+
+TEST_F(FormsBridge, ATimerRunsItsEventOnlyWhileEnabled) {
+    vb::Timer timer;
+    int ticks = 0;
+    QObject::connect(&timer, &vb::Timer::Tick, [&] { ++ticks; });
+    timer.SetInterval(5);
+    QTest::qWait(30);
+    EXPECT_EQ(ticks, 0);
+    timer.SetEnabled(true);
+    QTest::qWait(60);
+    timer.SetEnabled(false);
+    const int seen = ticks;
+    EXPECT_GT(seen, 0);
+    QTest::qWait(30);
+    EXPECT_EQ(ticks, seen);
 }
 
 TEST_F(FormsBridge, TogglingEnabledFlipsEachTime) {
