@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh
-bash scripts/build.sh
+bash scripts/build.sh velmarinda velmarinda-newdb
 if [ ! -f build/bin/datos.mdb ]; then
   build/bin/velmarinda-newdb build/bin/datos.mdb
 fi
