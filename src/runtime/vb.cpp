@@ -134,6 +134,25 @@ Decimal roundedDecimal(double value, int decimals) {
 
 // ---------------------------------------------------------------- masks ----
 
+// A literal of a mask at position i: a character after "\\" or a text in
+// double quotes. When there is one, its text is added to *literal (if given), i
+// is left on the literal's last character, and the answer is true.
+bool maskLiteral(const QString& mask, int& i, QString* literal) {
+    if (mask[i] == u'\\') {
+        if (literal && i + 1 < mask.size()) *literal += mask[i + 1];
+        ++i;
+        return true;
+    }
+    if (mask[i] == u'"') {
+        const int close = mask.indexOf(u'"', i + 1);
+        const int end = close < 0 ? mask.size() : close;
+        if (literal) *literal += mask.mid(i + 1, end - i - 1);
+        i = end;
+        return true;
+    }
+    return false;
+}
+
 enum class MaskKind { Number, Date, Text };
 
 // A mask is a text mask when it has character placeholders, a number mask when
@@ -142,12 +161,7 @@ MaskKind maskKind(const QString& mask) {
     bool digit = false, date = false;
     for (int i = 0; i < mask.size(); ++i) {
         const QChar c = mask[i];
-        if (c == u'\\') { ++i; continue; }
-        if (c == u'"') {
-            const int close = mask.indexOf(u'"', i + 1);
-            i = close < 0 ? mask.size() : close;
-            continue;
-        }
+        if (maskLiteral(mask, i, nullptr)) continue;
         if (c == u'@' || c == u'&' || c == u'!' || c == u'<' || c == u'>') return MaskKind::Text;
         if (c == u'0' || c == u'#') digit = true;
         switch (c.toLower().unicode()) {
@@ -172,12 +186,7 @@ QString formatNumberSection(double value, const QString& section, bool showMinus
     bool seenPoint = false, grouping = false, percent = false;
     for (int i = 0; i < section.size(); ++i) {
         const QChar c = section[i];
-        if (c == u'\\') { ++i; continue; }
-        if (c == u'"') {
-            const int close = section.indexOf(u'"', i + 1);
-            i = close < 0 ? section.size() : close;
-            continue;
-        }
+        if (maskLiteral(section, i, nullptr)) continue;
         if (c == u'0' || c == u'#') {
             if (!seenPoint) {
                 if (c == u'0' && firstIntZero < 0) firstIntZero = intPlaceholders;
@@ -218,16 +227,7 @@ QString formatNumberSection(double value, const QString& section, bool showMinus
     const int extra = intLen - intPlaceholders; // digits beyond the placeholders go at the first one
     for (int i = 0; i < section.size(); ++i) {
         const QChar c = section[i];
-        if (c == u'\\') {
-            if (i + 1 < section.size()) out += section[++i];
-            continue;
-        }
-        if (c == u'"') {
-            const int close = section.indexOf(u'"', i + 1);
-            out += section.mid(i + 1, (close < 0 ? section.size() : close) - i - 1);
-            i = close < 0 ? section.size() : close;
-            continue;
-        }
+        if (maskLiteral(section, i, &out)) continue;
         if (c == u'0' || c == u'#') {
             if (!seenPoint) {
                 if (intSeen == 0)
@@ -322,15 +322,8 @@ QString formatDate(const QDateTime& moment, const QString& mask) {
     for (int i = 0; i < mask.size();) {
         const QChar c = mask[i];
         const QChar lc = c.toLower();
-        if (c == u'\\') {
-            if (i + 1 < mask.size()) out += mask[i + 1];
-            i += 2;
-            continue;
-        }
-        if (c == u'"') {
-            const int close = mask.indexOf(u'"', i + 1);
-            out += mask.mid(i + 1, (close < 0 ? mask.size() : close) - i - 1);
-            i = close < 0 ? mask.size() : close + 1;
+        if (maskLiteral(mask, i, &out)) {
+            ++i;
             continue;
         }
         if (lc == u'd') {
@@ -411,12 +404,7 @@ QString formatText(const QString& text, const QString& mask) {
     bool leftToRight = false, lower = false, upper = false;
     for (int i = 0; i < mask.size(); ++i) {
         const QChar c = mask[i];
-        if (c == u'\\') { ++i; continue; }
-        if (c == u'"') {
-            const int close = mask.indexOf(u'"', i + 1);
-            i = close < 0 ? mask.size() : close;
-            continue;
-        }
+        if (maskLiteral(mask, i, nullptr)) continue;
         if (c == u'@' || c == u'&') ++placeholders;
         else if (c == u'!') leftToRight = true;
         else if (c == u'<') lower = true;
@@ -436,16 +424,7 @@ QString formatText(const QString& text, const QString& mask) {
     int ph = 0;
     for (int i = 0; i < mask.size(); ++i) {
         const QChar c = mask[i];
-        if (c == u'\\') {
-            if (i + 1 < mask.size()) out += mask[++i];
-            continue;
-        }
-        if (c == u'"') {
-            const int close = mask.indexOf(u'"', i + 1);
-            out += mask.mid(i + 1, (close < 0 ? mask.size() : close) - i - 1);
-            i = close < 0 ? mask.size() : close;
-            continue;
-        }
+        if (maskLiteral(mask, i, &out)) continue;
         if (c == u'@' || c == u'&') {
             const int index = leftToRight ? ph : ph - missing;
             if (index >= 0 && index < s.size()) out += s[index];
