@@ -39,7 +39,7 @@ QString catalogue(const QString& dir, const char* name, const char* ldid, int re
     DBFAddNativeFieldType(h, "PVENTA", 'N', 10, 2);
     DBFAddNativeFieldType(h, "COLOR", 'C', 10, 0);
     DBFAddNativeFieldType(h, "EAN", 'N', 13, 0);
-    const char* names[] = {"TORNILLO ACERO", "CA\xA5" "A DE PESCAR", "\xB5NGULO", "MARTILLO", ""};
+    const char* names[] = {"TORNILLO ACERO", ("CA\xA5" "A DE PESCAR"), "\xB5NGULO", "MARTILLO", ""};
     for (int r = 0; r < records; ++r) {
         put(h, r, 0, std::to_string(r + 1));
         put(h, r, 1, names[r % 5]);

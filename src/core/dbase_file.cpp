@@ -385,9 +385,29 @@ void DbaseFile::openShapelib() {
     if (!same) notADbaseTable(path_, QStringLiteral("la cabecera no se puede leer como la de una tabla dBase."));
 }
 
-const char* DbaseFile::raw(int record, int field) const {
+// shapelib reads the field (from the record it holds, or after loading the
+// record from the checked copy) with its blanks trimmed. What counts as Null:
+// a blank field of any kind, a number of asterisks (dBase's overflow mark), an
+// empty date ("00000000" or "0") and an unknown logical value ("?").
+const char* DbaseFile::Raw(int record, int field) const {
     if (record < 0 || record >= records_ || field < 0 || field >= int(fields_.size())) return nullptr;
-    return DBFReadStringAttribute(dbf_->handle, record, field);
+    const char* s = DBFReadStringAttribute(dbf_->handle, record, field);
+    if (!s || *s == '\0') return nullptr;
+    switch (fields_[size_t(field)].type) {
+    case 'N':
+    case 'F':
+        if (*s == '*') return nullptr;
+        break;
+    case 'D':
+        if (std::strcmp(s, "00000000") == 0 || std::strcmp(s, "0") == 0) return nullptr;
+        break;
+    case 'L':
+        if (*s == '?') return nullptr;
+        break;
+    default:
+        break;
+    }
+    return s;
 }
 
 bool DbaseFile::IsDeleted(int record) const {
@@ -395,22 +415,16 @@ bool DbaseFile::IsDeleted(int record) const {
     return DBFIsRecordDeleted(dbf_->handle, record) != 0;
 }
 
-bool DbaseFile::IsNull(int record, int field) const {
-    if (record < 0 || record >= records_ || field < 0 || field >= int(fields_.size())) return true;
-    if (DBFIsAttributeNULL(dbf_->handle, record, field)) return true;
-    // A blank field of any kind holds nothing.
-    const char* s = raw(record, field);
-    return !s || *s == '\0';
-}
+void DbaseFile::Decode(const char* bytes, QByteArray& out) const { out = decoder_->utf8(bytes); }
 
 QByteArray DbaseFile::TextUtf8(int record, int field) const {
-    const char* s = raw(record, field);
+    const char* s = Raw(record, field);
     if (!s) return QByteArray();
     return decoder_->utf8(s);
 }
 
 bool DbaseFile::Number(int record, int field, double& out) const {
-    const char* s = raw(record, field);
+    const char* s = Raw(record, field);
     if (!s) return false;
     if (*s == '+') ++s;
     const char* end = s + std::strlen(s);
@@ -429,14 +443,14 @@ vb::Variant DbaseFile::Value(int record, int field) const {
         return vb::Variant(v);
     }
     case 'L': {
-        const char* s = raw(record, field);
+        const char* s = Raw(record, field);
         if (!s) return vb::Variant();
         if (*s && std::strchr("TtYy", *s)) return vb::Variant(-1.0);
         if (*s && std::strchr("FfNn", *s)) return vb::Variant(0.0);
         return vb::Variant();
     }
     case 'D': {
-        const char* s = raw(record, field);
+        const char* s = Raw(record, field);
         if (!s) return vb::Variant();
         bool digits = std::strlen(s) == 8;
         for (int i = 0; digits && i < 8; ++i) digits = s[i] >= '0' && s[i] <= '9';

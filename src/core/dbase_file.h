@@ -57,12 +57,17 @@ public:
     bool IsDeleted(int record) const;
     // The value of a field of a record (both 0-based), as told above.
     vb::Variant Value(int record, int field) const;
-    // The raw text of a field (trimmed) in UTF-8, decoded from the code page;
-    // an empty result for a blank field.
+    // The bytes of a field as the file holds them, blanks trimmed, in the
+    // file's code page; nullptr when the field is Null. Valid until the next
+    // read of a field.
+    const char* Raw(int record, int field) const;
+    bool IsNull(int record, int field) const { return Raw(record, field) == nullptr; }
+    // The text of a field in UTF-8, decoded from the code page; empty when Null.
     QByteArray TextUtf8(int record, int field) const;
+    // Bytes of the file's code page in UTF-8, into `out` (replacing it).
+    void Decode(const char* bytes, QByteArray& out) const;
     // The field as a number, or false when it holds none.
     bool Number(int record, int field, double& out) const;
-    bool IsNull(int record, int field) const;
 
     // The language-driver byte and the code page it names.
     int LanguageDriver() const { return languageDriver_; }
@@ -74,7 +79,6 @@ private:
     DbaseFile() = default;
     void check();     // raises on a bad header
     void openShapelib();
-    const char* raw(int record, int field) const; // shapelib's trimmed text, or nullptr
 
     QString path_;
     QByteArray bytes_;

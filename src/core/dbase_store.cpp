@@ -111,16 +111,19 @@ int xEof(sqlite3_vtab_cursor* cur) {
     return c->row >= c->file->RecordCount();
 }
 
+bool plainAscii(const char* s, size_t& n) {
+    n = 0;
+    bool ascii = true;
+    for (; s[n]; ++n) ascii = ascii && static_cast<unsigned char>(s[n]) < 0x80;
+    return ascii;
+}
+
+// One field of the current record: each field is read once, and a text of
+// plain ASCII goes to the engine as it stands.
 int xColumn(sqlite3_vtab_cursor* cur, sqlite3_context* ctx, int i) {
     const auto* c = static_cast<Cursor*>(cur);
     const DbaseFile& file = *c->file;
     const char type = file.Fields()[size_t(i)].type;
-    if (type == 'N' || type == 'F') {
-        double v = 0;
-        if (!file.IsNull(c->row, i) && file.Number(c->row, i, v)) sqlite3_result_double(ctx, v);
-        else sqlite3_result_null(ctx);
-        return SQLITE_OK;
-    }
     if (type == 'D' || type == 'L') {
         const vb::Variant v = file.Value(c->row, i);
         if (v.isNull()) sqlite3_result_null(ctx);
@@ -131,12 +134,25 @@ int xColumn(sqlite3_vtab_cursor* cur, sqlite3_context* ctx, int i) {
         }
         return SQLITE_OK;
     }
-    if (file.IsNull(c->row, i)) {
+    if (type == 'N' || type == 'F') {
+        double v = 0;
+        if (file.Number(c->row, i, v)) sqlite3_result_double(ctx, v);
+        else sqlite3_result_null(ctx);
+        return SQLITE_OK;
+    }
+    const char* s = file.Raw(c->row, i);
+    if (!s) {
         sqlite3_result_null(ctx);
         return SQLITE_OK;
     }
-    const QByteArray t = file.TextUtf8(c->row, i);
-    sqlite3_result_text(ctx, t.constData(), int(t.size()), SQLITE_TRANSIENT);
+    size_t n = 0;
+    if (plainAscii(s, n)) {
+        sqlite3_result_text(ctx, s, int(n), SQLITE_TRANSIENT);
+        return SQLITE_OK;
+    }
+    thread_local QByteArray utf8;
+    file.Decode(s, utf8);
+    sqlite3_result_text(ctx, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
     return SQLITE_OK;
 }
 
