@@ -2,9 +2,11 @@
 #include "core/dbase_file.h"
 #include "runtime/errors.h"
 
+#include <shapefil.h>
 #include <sqlite3.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
@@ -219,6 +221,19 @@ std::unique_ptr<Database> OpenDbaseTable(std::unique_ptr<DbaseFile> file, const 
     // Nothing writes to the catalogue.
     sqlite3_exec(h, "PRAGMA query_only = ON", nullptr, nullptr, nullptr);
     return db;
+}
+
+bool CreateEmptyCatalogue(const QString& path) {
+    DBFHandle h = DBFCreateEx(QFile::encodeName(path).constData(), "LDID/2");
+    if (!h) return false;
+    const bool ok = DBFAddNativeFieldType(h, "CODIGO", 'N', 8, 0) >= 0 &&
+                    DBFAddNativeFieldType(h, "NOMBRE", 'C', 40, 0) >= 0 &&
+                    DBFAddNativeFieldType(h, "REFPROVE", 'C', 15, 0) >= 0 &&
+                    DBFAddNativeFieldType(h, "PVENTA", 'N', 10, 2) >= 0 &&
+                    DBFAddNativeFieldType(h, "COLOR", 'C', 10, 0) >= 0 &&
+                    DBFAddNativeFieldType(h, "EAN", 'N', 13, 0) >= 0;
+    DBFClose(h);
+    return ok;
 }
 
 } // namespace vel

@@ -24,6 +24,13 @@ namespace vel {
 // not a sound dBase table 3343 with the reason (dbase_file.h).
 std::unique_ptr<Database> OpenDbaseDatabase(const QString& folder, const QString& tableFile);
 
+// Writes an empty chain catalogue (no articles) with the columns the products
+// window reads: CODIGO N(8), NOMBRE C(40), REFPROVE C(15), PVENTA N(10,2),
+// COLOR C(10), EAN N(13), in DOS code page 850. A new installation gets one,
+// so that the window opens before the chain's own file is put in its place.
+// Returns false when the file can't be written.
+bool CreateEmptyCatalogue(const QString& path);
+
 class DbaseFile;
 // The database of one table file already read and checked, as `table`.
 std::unique_ptr<Database> OpenDbaseTable(std::unique_ptr<DbaseFile> file, const QString& table);

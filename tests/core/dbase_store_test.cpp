@@ -151,3 +151,19 @@ TEST_F(Catalogue, TheShopsDatabaseAndTheCatalogueAreReadAlike) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(NewInstallation, TheEmptyCatalogueAnswersTheSupplierTabsQueries) {
+    QTemporaryDir dir;
+    const QString folder = dir.filePath(QStringLiteral("c/cadenart"));
+    QDir().mkpath(folder);
+    ASSERT_TRUE(vel::CreateEmptyCatalogue(folder + QStringLiteral("/articulo.dbf")));
+    auto db = vel::OpenDbaseDatabase(folder, QStringLiteral("articulo.dbf"));
+    auto rs = db->OpenRecordset(
+        QStringLiteral("SELECT codigo, nombre, refprove, pventa, color, ean FROM articulo WHERE codigo = 1 ORDER BY codigo"));
+    EXPECT_EQ(rs->AbsolutePosition(), -1);
+    EXPECT_TRUE(db->OpenRecordset(QStringLiteral("SELECT codigo, nombre, refprove, pventa, ean FROM articulo "))->Eof());
+}
+
+} // namespace
