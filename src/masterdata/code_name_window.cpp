@@ -13,7 +13,7 @@ QString Numero(const QString& texto) { return vb::CStr(vb::Val(texto)); }
 } // namespace
 
 CodeNameWindow::CodeNameWindow(const CodeNameTable& tabla, QWidget* parent)
-    : MaintenanceWindow(parent), T(tabla), ui(std::make_unique<Ui::CodeNameWindow>()) {
+    : CodeListWindow(parent), T(tabla), ui(std::make_unique<Ui::CodeNameWindow>()) {
     setObjectName(T.ventana);
     ui->setupUi(this);
     SetCaption(T.titulo);
@@ -22,7 +22,14 @@ CodeNameWindow::CodeNameWindow(const CodeNameTable& tabla, QWidget* parent)
     Textotercero->setObjectName(T.campo);
     ui->Labeldireccion->setObjectName(QStringLiteral("Label") + T.campo.mid(4).toLower());
     ui->Labeldireccion->setText(T.etiqueta);
-    MontarVentana({ui->Textcodigo, ui->Textnombre, Textotercero});
+    MontarListaCodigos({.Commandnuevo = ui->Commandnuevo,
+                        .Commandmodificar = ui->Commandmodificar,
+                        .Commandconsultar = ui->Commandconsultar,
+                        .Commandborrar = ui->Commandborrar,
+                        .Commandaceptar = ui->Commandaceptar,
+                        .Commandcancelar = ui->Commandcancelar,
+                        .texto = {ui->Textcodigo, ui->Textnombre, Textotercero}},
+                       {.Textcodigo = ui->Textcodigo, .Textnombre = ui->Textnombre, .Combocodigo = ui->Combocodigo});
 }
 
 CodeNameWindow::~CodeNameWindow() = default;

@@ -12,14 +12,10 @@ namespace {
 QString ColumnaDias(int i) {
     return QStringLiteral("dias") + vb::Format(i + 1, QStringLiteral("00")) + QStringLiteral("_formapago");
 }
-// Only digits and Backspace get through; everything else is discarded.
-void SoloDigitos(int& KeyAscii) {
-    if (KeyAscii != 8 && (KeyAscii < 48 || KeyAscii > 57)) KeyAscii = 0;
-}
 } // namespace
 
 Fformapago::Fformapago(QWidget* parent)
-    : MaintenanceWindow(parent), ui(std::make_unique<Ui::Fformapago>()) {
+    : CodeListWindow(parent), ui(std::make_unique<Ui::Fformapago>()) {
     setObjectName(QStringLiteral("Fformapago"));
     ui->setupUi(this);
     Textvencimientos = ui->Textvencimientos;
@@ -32,7 +28,22 @@ Fformapago::Fformapago(QWidget* parent)
 
     // Texto flips the code, the name and the number of due dates, not the day
     // boxes: those follow the number of due dates (Textvencimientos_LostFocus).
-    MontarVentana({ui->Textcodigo, ui->Textnombre, Textvencimientos});
+    // Borrar empties all fifteen boxes.
+    MontarListaCodigos({.Commandnuevo = ui->Commandnuevo,
+                        .Commandmodificar = ui->Commandmodificar,
+                        .Commandconsultar = ui->Commandconsultar,
+                        .Commandborrar = ui->Commandborrar,
+                        .Commandaceptar = ui->Commandaceptar,
+                        .Commandcancelar = ui->Commandcancelar,
+                        .texto = {ui->Textcodigo, ui->Textnombre, Textvencimientos},
+                        .borrar = {ui->Textcodigo, ui->Textnombre, Textvencimientos, Textven[0], Textven[1],
+                                   Textven[2], Textven[3], Textven[4], Textven[5], Textven[6], Textven[7],
+                                   Textven[8], Textven[9], Textven[10], Textven[11]}},
+                       {.Textcodigo = ui->Textcodigo, .Textnombre = ui->Textnombre, .Combocodigo = ui->Combocodigo});
+    // The number of due dates and the days take digits only.
+    FiltrarTeclas({Textvencimientos, Textven[0], Textven[1], Textven[2], Textven[3], Textven[4], Textven[5],
+                   Textven[6], Textven[7], Textven[8], Textven[9], Textven[10], Textven[11]},
+                  SoloDigitos);
 
     OnClick(OptionC, [this] { OptionC_Click(); });
     OnClick(OptionN, [this] { OptionN_Click(); });
@@ -49,12 +60,6 @@ void Fformapago::Form_Load() {
     for (QLineEdit* caja : Textven) vb::SetEnabled(caja, false);
     vb::SetVisible(Combocodigo, false);
     ModoVentana = QString();
-}
-
-// Borrar empties all fifteen boxes.
-void Fformapago::Borrar() {
-    MaintenanceWindow::Borrar();
-    for (QLineEdit* caja : Textven) caja->setText(QString());
 }
 
 // Consultar, Borrar and Modificar set the buttons one by one instead of flipping
@@ -128,24 +133,6 @@ void Fformapago::Textvencimientos_LostFocus() {
         if (i >= vb::Val(Textvencimientos->text())) vb::SetEnabled(Textven[i], false);
         else vb::SetEnabled(Textven[i], true);
     }
-}
-
-// Here the digit filter works, in the real KeyPress of the number boxes.
-void Fformapago::Textvencimientos_KeyPress(int& KeyAscii) {
-    IntroComoTabulador(KeyAscii);
-    SoloDigitos(KeyAscii);
-}
-
-void Fformapago::Textven_KeyPress([[maybe_unused]] int Index, int& KeyAscii) {
-    IntroComoTabulador(KeyAscii);
-    SoloDigitos(KeyAscii);
-}
-
-void Fformapago::Texto_KeyPress(QLineEdit* caja, int& KeyAscii) {
-    if (caja == Textvencimientos) return Textvencimientos_KeyPress(KeyAscii);
-    for (int i = 0; i < 12; ++i)
-        if (caja == Textven[i]) return Textven_KeyPress(i, KeyAscii);
-    MaintenanceWindow::Texto_KeyPress(caja, KeyAscii);
 }
 
 QString Fformapago::SentenciaBuscarCodigo(const QString& codigo) const {
