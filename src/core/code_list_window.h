@@ -11,7 +11,7 @@
 //
 // A window of the flow hands over its pattern controls and the three of the
 // flow, and states its statements and the reading of a record:
-//   MontarListaCodigos({.Commandnuevo = ui->Commandnuevo, ...,
+//   MontarListaCodigos({.botones = BotonesDe(*ui),
 //                       .texto = {ui->Textcodigo, ui->Textnombre, ui->Textdireccion}},
 //                      {.Textcodigo = ui->Textcodigo, .Textnombre = ui->Textnombre,
 //                       .Combocodigo = ui->Combocodigo});

@@ -43,10 +43,11 @@ QString NombreDe(const QWidget* w) { return w->objectName(); }
 MaintenanceWindow::MaintenanceWindow(QWidget* parent) : vb::Form(parent) {}
 
 void MaintenanceWindow::MontarVentana(const ControlesMantenimiento& c) {
+    const BotonesMantenimiento& b = c.botones;
     const std::pair<QPushButton*, const char*> botones[] = {
-        {c.Commandnuevo, "Commandnuevo"},       {c.Commandmodificar, "Commandmodificar"},
-        {c.Commandconsultar, "Commandconsultar"}, {c.Commandborrar, "Commandborrar"},
-        {c.Commandaceptar, "Commandaceptar"},   {c.Commandcancelar, "Commandcancelar"},
+        {b.Commandnuevo, "Commandnuevo"},         {b.Commandmodificar, "Commandmodificar"},
+        {b.Commandconsultar, "Commandconsultar"}, {b.Commandborrar, "Commandborrar"},
+        {b.Commandaceptar, "Commandaceptar"},     {b.Commandcancelar, "Commandcancelar"},
     };
     for (const auto& [boton, nombre] : botones)
         ExigirControl(this, boton, QString::fromLatin1(nombre), "QPushButton");
@@ -54,8 +55,8 @@ void MaintenanceWindow::MontarVentana(const ControlesMantenimiento& c) {
         throw ControlFaltante(this, QStringLiteral("de Texto"), QStringLiteral("no tiene ningún control"));
     for (int i = 0; i < c.texto.size(); ++i)
         ExigirControl(this, c.texto[i], QStringLiteral("%1 de Texto").arg(i + 1), "QWidget");
-    for (int i = 0; i < c.botones.size(); ++i)
-        ExigirControl(this, c.botones[i], QStringLiteral("%1 de Botones").arg(i + 1), "QWidget");
+    for (int i = 0; i < c.flipaBotones.size(); ++i)
+        ExigirControl(this, c.flipaBotones[i], QStringLiteral("%1 de Botones").arg(i + 1), "QWidget");
     for (int i = 0; i < c.intro.size(); ++i)
         ExigirControl(this, c.intro[i], QStringLiteral("%1 de Intro").arg(i + 1), "QWidget");
     const QList<QWidget*>& borrar = c.borrar.isEmpty() ? c.texto : c.borrar;
@@ -65,17 +66,12 @@ void MaintenanceWindow::MontarVentana(const ControlesMantenimiento& c) {
             throw ControlFaltante(this, NombreDe(borrar[i]), QStringLiteral("no se puede vaciar en Borrar"));
     }
 
-    Commandnuevo = c.Commandnuevo;
-    Commandmodificar = c.Commandmodificar;
-    Commandconsultar = c.Commandconsultar;
-    Commandborrar = c.Commandborrar;
-    Commandaceptar = c.Commandaceptar;
-    Commandcancelar = c.Commandcancelar;
+    static_cast<BotonesMantenimiento&>(*this) = b;
     texto_ = c.texto;
     borrar_ = borrar;
-    botones_ = c.botones.isEmpty()
+    botones_ = c.flipaBotones.isEmpty()
                    ? QList<QWidget*>{Commandnuevo, Commandborrar, Commandconsultar, Commandmodificar, Commandaceptar}
-                   : c.botones;
+                   : c.flipaBotones;
 
     OnClick(Commandnuevo, [this] { Commandnuevo_Click(); });
     OnClick(Commandmodificar, [this] { Commandmodificar_Click(); });

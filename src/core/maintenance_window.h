@@ -35,17 +35,35 @@
 
 namespace vel {
 
-// What a window of the pattern hands over from its .ui. Written with designated
-// initializers, in this order:
-//   MontarVentana({.Commandnuevo = ui->Commandnuevo, ...,
-//                  .texto = {ui->Textcodigo, ui->Textnombre}});
-struct ControlesMantenimiento {
+// The six buttons of the pattern.
+struct BotonesMantenimiento {
     QPushButton* Commandnuevo = nullptr;
     QPushButton* Commandmodificar = nullptr;
     QPushButton* Commandconsultar = nullptr;
     QPushButton* Commandborrar = nullptr;
     QPushButton* Commandaceptar = nullptr;
     QPushButton* Commandcancelar = nullptr;
+};
+
+// The six buttons of a .ui that names them as the pattern does; a .ui without
+// one of them does not compile. A window whose buttons bear other names
+// (CommandAceptar) writes the six out with designated initializers.
+template <class Ui>
+BotonesMantenimiento BotonesDe(const Ui& ui) {
+    return {.Commandnuevo = ui.Commandnuevo,
+            .Commandmodificar = ui.Commandmodificar,
+            .Commandconsultar = ui.Commandconsultar,
+            .Commandborrar = ui.Commandborrar,
+            .Commandaceptar = ui.Commandaceptar,
+            .Commandcancelar = ui.Commandcancelar};
+}
+
+// What a window of the pattern hands over from its .ui. Written with designated
+// initializers, in this order:
+//   MontarVentana({.botones = BotonesDe(*ui),
+//                  .texto = {ui->Textcodigo, ui->Textnombre}});
+struct ControlesMantenimiento {
+    BotonesMantenimiento botones;
     // What Texto flips: field boxes, or the frames that hold them.
     QList<QWidget*> texto;
     // What Borrar empties: text boxes, check boxes (to 0), labels and combos.
@@ -54,13 +72,15 @@ struct ControlesMantenimiento {
     QList<QWidget*> borrar;
     // What Botones flips. Left empty: Nuevo, Borrar, Consultar, Modificar and
     // Aceptar.
-    QList<QWidget*> botones;
+    QList<QWidget*> flipaBotones;
     // Controls other than text boxes in which Enter moves on as Tab (combos,
     // check boxes). Every text box of the window does so already.
     QList<QWidget*> intro;
 };
 
-class MaintenanceWindow : public vb::Form {
+// The window keeps the six buttons it was handed as its own members
+// (Commandnuevo ... Commandcancelar).
+class MaintenanceWindow : public vb::Form, protected BotonesMantenimiento {
     Q_OBJECT
 public:
     explicit MaintenanceWindow(QWidget* parent = nullptr);
@@ -104,14 +124,6 @@ protected:
     virtual void Texto_KeyPress(QLineEdit* caja, int& KeyAscii);
     // GotFocus of every text box: the whole text is selected.
     virtual void Texto_GotFocus(QLineEdit* caja);
-
-    // The pattern's buttons, as the window handed them over.
-    QPushButton* Commandnuevo = nullptr;
-    QPushButton* Commandmodificar = nullptr;
-    QPushButton* Commandconsultar = nullptr;
-    QPushButton* Commandborrar = nullptr;
-    QPushButton* Commandaceptar = nullptr;
-    QPushButton* Commandcancelar = nullptr;
 
 private:
     QList<QWidget*> texto_;

@@ -2,6 +2,7 @@
 
 #include "core/record_store.h"
 #include "core/session.h"
+#include "core/sql_values.h"
 #include "runtime/vb.h"
 #include "ui_fformapago.h"
 
@@ -10,7 +11,7 @@ namespace vel {
 namespace {
 // dias01_formapago .. dias12_formapago for the boxes 0 .. 11.
 QString ColumnaDias(int i) {
-    return QStringLiteral("dias") + vb::Format(i + 1, QStringLiteral("00")) + QStringLiteral("_formapago");
+    return QStringLiteral("dias") + vb::Format(i + 1, sql::kMascaraDosCifras) + QStringLiteral("_formapago");
 }
 } // namespace
 
@@ -29,12 +30,7 @@ Fformapago::Fformapago(QWidget* parent)
     // Texto flips the code, the name and the number of due dates, not the day
     // boxes: those follow the number of due dates (Textvencimientos_LostFocus).
     // Borrar empties all fifteen boxes.
-    MontarListaCodigos({.Commandnuevo = ui->Commandnuevo,
-                        .Commandmodificar = ui->Commandmodificar,
-                        .Commandconsultar = ui->Commandconsultar,
-                        .Commandborrar = ui->Commandborrar,
-                        .Commandaceptar = ui->Commandaceptar,
-                        .Commandcancelar = ui->Commandcancelar,
+    MontarListaCodigos({.botones = BotonesDe(*ui),
                         .texto = {ui->Textcodigo, ui->Textnombre, Textvencimientos},
                         .borrar = {ui->Textcodigo, ui->Textnombre, Textvencimientos, Textven[0], Textven[1],
                                    Textven[2], Textven[3], Textven[4], Textven[5], Textven[6], Textven[7],
@@ -109,8 +105,8 @@ QString Fformapago::EntradaCombo(const Recordset& rs) const {
 // characters, or a name of fewer than fifty, is searched with its blanks.
 QString Fformapago::SentenciaEntradaElegida() const {
     if (vb::Value(OptionC))
-        return "SELECT * FROM formapago WHERE codigo_formapago = '" + vb::Left(Combocodigo->Text(), 3) + "'";
-    return "SELECT * FROM formapago WHERE nombre_formapago = '" + vb::Left(Combocodigo->Text(), 50) + "'";
+        return "SELECT * FROM formapago WHERE codigo_formapago = " + sql::Comillas(vb::Left(Combocodigo->Text(), 3));
+    return "SELECT * FROM formapago WHERE nombre_formapago = " + sql::Comillas(vb::Left(Combocodigo->Text(), 50));
 }
 
 void Fformapago::Combocodigo_Click() {
@@ -136,29 +132,26 @@ void Fformapago::Textvencimientos_LostFocus() {
 }
 
 QString Fformapago::SentenciaBuscarCodigo(const QString& codigo) const {
-    return "SELECT * FROM formapago WHERE codigo_formapago = '" + codigo + "'";
+    return "SELECT * FROM formapago WHERE codigo_formapago = " + sql::Comillas(codigo);
 }
 
 QString Fformapago::SentenciaInsertar() const {
-    QString sentencia = "INSERT INTO formapago VALUES ('" + vb::UCase(Textcodigo->text()) + "', '" +
-                        vb::UCase(Textnombre->text()) + "', " + vb::CStr(vb::Val(Textvencimientos->text())) + ", ";
-    for (int i = 0; i < 12; ++i) {
-        sentencia += vb::CStr(vb::Val(Textven[i]->text()));
-        if (i < 11) sentencia += ", ";
-    }
-    return sentencia + ")";
+    QStringList valores = {sql::ComillasMayusculas(Textcodigo->text()), sql::ComillasMayusculas(Textnombre->text()),
+                           sql::Numero(Textvencimientos->text())};
+    for (QLineEdit* caja : Textven) valores << sql::Numero(caja->text());
+    return "INSERT INTO formapago VALUES (" + sql::Valores(valores) + ")";
 }
 
 QString Fformapago::SentenciaModificar() const {
-    QString sentencia = "UPDATE formapago SET  nombre_formapago = '" + vb::UCase(Textnombre->text()) +
-                        "', vencimientos_formapago = " + vb::CStr(vb::Val(Textvencimientos->text()));
+    QString sentencia = "UPDATE formapago SET  nombre_formapago = " + sql::ComillasMayusculas(Textnombre->text()) +
+                        ", vencimientos_formapago = " + sql::Numero(Textvencimientos->text());
     for (int i = 0; i < 12; ++i)
-        sentencia += ", " + ColumnaDias(i) + " = " + vb::CStr(vb::Val(Textven[i]->text()));
-    return sentencia + " WHERE codigo_formapago = '" + vb::UCase(Textcodigo->text()) + "'";
+        sentencia += ", " + ColumnaDias(i) + " = " + sql::Numero(Textven[i]->text());
+    return sentencia + " WHERE codigo_formapago = " + sql::ComillasMayusculas(Textcodigo->text());
 }
 
 QString Fformapago::SentenciaEliminar() const {
-    return "DELETE FROM formapago WHERE codigo_formapago = '" + Textcodigo->text() + "'";
+    return "DELETE FROM formapago WHERE codigo_formapago = " + sql::Comillas(Textcodigo->text());
 }
 
 } // namespace vel

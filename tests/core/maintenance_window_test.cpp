@@ -37,12 +37,12 @@ public:
         case Entrega::AceptarAjeno: aceptar = &otra; break;
         }
         if (entrega != Entrega::ListaPorNombre && entrega != Entrega::ListaNula) lista = new vb::ComboBox(this);
-        MontarListaCodigos({.Commandnuevo = ui.Commandnuevo,
-                            .Commandmodificar = ui.Commandmodificar,
-                            .Commandconsultar = ui.Commandconsultar,
-                            .Commandborrar = ui.Commandborrar,
-                            .Commandaceptar = aceptar,
-                            .Commandcancelar = ui.Commandcancelar,
+        MontarListaCodigos({.botones = {.Commandnuevo = ui.Commandnuevo,
+                                        .Commandmodificar = ui.Commandmodificar,
+                                        .Commandconsultar = ui.Commandconsultar,
+                                        .Commandborrar = ui.Commandborrar,
+                                        .Commandaceptar = aceptar,
+                                        .Commandcancelar = ui.Commandcancelar},
                             .texto = {ui.Textcodigo, ui.Textnombre}},
                            {.Textcodigo = ui.Textcodigo, .Textnombre = ui.Textnombre, .Combocodigo = lista});
     }
@@ -117,15 +117,15 @@ public:
     Ui::VentanaDeMarcos ui;
     VentanaDeMarcos() {
         ui.setupUi(this);
-        MontarVentana({.Commandnuevo = ui.Commandnuevo,
-                       .Commandmodificar = ui.Commandmodificar,
-                       .Commandconsultar = ui.Commandconsultar,
-                       .Commandborrar = ui.Commandborrar,
-                       .Commandaceptar = ui.CommandAceptar,
-                       .Commandcancelar = ui.Commandcancelar,
+        MontarVentana({.botones = {.Commandnuevo = ui.Commandnuevo,
+                                   .Commandmodificar = ui.Commandmodificar,
+                                   .Commandconsultar = ui.Commandconsultar,
+                                   .Commandborrar = ui.Commandborrar,
+                                   .Commandaceptar = ui.CommandAceptar,
+                                   .Commandcancelar = ui.Commandcancelar},
                        .texto = {ui.FrameArticulos, ui.FrameDatos},
                        .borrar = {ui.Textbuscar, ui.Textreferencia, ui.Textcoste, ui.Textgarantia, ui.Checkoferta},
-                       .botones = {ui.Commandnuevo, ui.Commandborrar, ui.Commandconsultar, ui.Commandmodificar},
+                       .flipaBotones = {ui.Commandnuevo, ui.Commandborrar, ui.Commandconsultar, ui.Commandmodificar},
                        .intro = {ui.Checkoferta}});
         FiltrarTeclas({ui.Textcoste}, vel::TeclasDeNumero);
         FiltrarTeclas({ui.Textgarantia}, vel::SoloDigitos);
