@@ -79,7 +79,6 @@ const MenuLine kMenu[] = {
     {1, "MnuAyudaAcerca", "&Acerca de ..."},
 };
 
-
 // What a child window's frame holds: the window at its designed size and
 // arrangement, whatever the frame's size. These are fixed-layout forms: a frame
 // smaller than the window (tiled, or sized by the user) cuts it off and shows
