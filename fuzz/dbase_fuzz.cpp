@@ -26,8 +26,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
     try {
         auto db = vel::OpenDbaseTable(std::move(file), QStringLiteral("articulo"));
+        // The queries of the supplier tab (which fail on a table without
+        // those columns), and some that read every column whatever they are.
         for (const char* sql : {"SELECT * FROM articulo", "SELECT * FROM articulo ORDER BY 2",
-                                "SELECT * FROM articulo WHERE 1 = 1 ORDER BY 1 DESC"}) {
+                                "SELECT * FROM articulo WHERE 1 = 1 ORDER BY 1 DESC",
+                                "SELECT codigo, nombre, refprove, pventa, ean FROM articulo ",
+                                "SELECT codigo, nombre, refprove, pventa, ean FROM articulo WHERE codigo = 2 ORDER BY codigo",
+                                "SELECT codigo, nombre, refprove, pventa, ean FROM articulo WHERE nombre LIKE '*A*' "
+                                "ORDER BY nombre",
+                                "SELECT codigo, nombre, refprove, pventa, ean FROM articulo WHERE ean = 8412345000011 "
+                                "ORDER BY ean",
+                                "SELECT codigo, nombre, refprove, pventa, color, ean FROM articulo WHERE codigo = 1 "
+                                "ORDER BY codigo"}) {
             try {
                 auto rs = db->OpenRecordset(QString::fromLatin1(sql));
                 if (rs->AbsolutePosition() != -1) {
