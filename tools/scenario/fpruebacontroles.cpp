@@ -27,14 +27,18 @@ Fpruebacontroles::Fpruebacontroles() {
     SSTabpruebas = named(new vb::SSTab(this), "SSTabpruebas");
     layout->addWidget(SSTabpruebas);
 
+    // Each page is a frame holding its controls, as on the windows' tab strips.
+    auto page = [this](QWidget* control, const QString& caption) {
+        auto* frame = new QWidget;
+        (new QVBoxLayout(frame))->addWidget(control);
+        SSTabpruebas->addTab(frame, caption);
+    };
     Listpruebas = named(new vb::ListBox, "Listpruebas");
-    SSTabpruebas->addTab(Listpruebas, QStringLiteral("Lista"));
-
+    page(Listpruebas, QStringLiteral("Lista"));
     Gridpruebas = named(new vb::FlexGrid, "Gridpruebas");
-    SSTabpruebas->addTab(Gridpruebas, QStringLiteral("Rejilla"));
-
+    page(Gridpruebas, QStringLiteral("Rejilla"));
     Calendario = named(new vb::CalendarControl, "Calendario");
-    SSTabpruebas->addTab(Calendario, QStringLiteral("Calendario"));
+    page(Calendario, QStringLiteral("Calendario"));
 
     auto* otros = new QWidget;
     auto* grid = new QGridLayout(otros);
@@ -45,6 +49,7 @@ Fpruebacontroles::Fpruebacontroles() {
     CommandImprimirSinTrampa = button(otros, "CommandImprimirSinTrampa", QStringLiteral("Imprimir &sin trampa"));
     CommandEsperar = button(otros, "CommandEsperar", QStringLiteral("&Esperar"));
     CommandEjecutar = button(otros, "CommandEjecutar", QStringLiteral("E&jecutar"));
+    Checkpruebas = named(new QCheckBox(QStringLiteral("&Marcar"), otros), "Checkpruebas");
     Labelresultado = named(new vb::Label(otros), "Labelresultado");
     grid->addWidget(ProgressBar1, 0, 0, 1, 2);
     grid->addWidget(CommandProgreso, 1, 0);
@@ -53,7 +58,8 @@ Fpruebacontroles::Fpruebacontroles() {
     grid->addWidget(CommandImprimirSinTrampa, 2, 1);
     grid->addWidget(CommandEsperar, 3, 0);
     grid->addWidget(CommandEjecutar, 3, 1);
-    grid->addWidget(Labelresultado, 4, 0, 1, 2);
+    grid->addWidget(Checkpruebas, 4, 0, 1, 2);
+    grid->addWidget(Labelresultado, 5, 0, 1, 2);
     SSTabpruebas->addTab(otros, QStringLiteral("Otros"));
 
     Labelsuceso = named(new vb::Label(this), "Labelsuceso");
@@ -74,6 +80,7 @@ Fpruebacontroles::Fpruebacontroles() {
     OnClick(CommandEsperar, [this] { CommandEsperar_Click(); });
     OnTimer(Timer1, [this] { Timer1_Timer(); });
     OnClick(CommandEjecutar, [this] { CommandEjecutar_Click(); });
+    OnClick(Checkpruebas, [this] { Checkpruebas_Click(); });
 }
 
 void Fpruebacontroles::Form_Load() {
@@ -87,8 +94,12 @@ void Fpruebacontroles::Form_Load() {
     Timer1->SetInterval(200);
 }
 
+void Fpruebacontroles::suceso(const QString& texto) {
+    Labelsuceso->SetCaption(QStringLiteral("%1: %2").arg(++sucesos_).arg(texto));
+}
+
 void Fpruebacontroles::Listpruebas_Click() {
-    Labelsuceso->SetCaption(QStringLiteral("Listpruebas_Click %1 %2").arg(Listpruebas->ListIndex()).arg(Listpruebas->Text()));
+    suceso(QStringLiteral("Listpruebas_Click %1 %2").arg(Listpruebas->ListIndex()).arg(Listpruebas->Text()));
 }
 
 void Fpruebacontroles::Listpruebas_DblClick() {
@@ -96,11 +107,11 @@ void Fpruebacontroles::Listpruebas_DblClick() {
 }
 
 void Fpruebacontroles::SSTabpruebas_Click(int PreviousTab) {
-    Labelsuceso->SetCaption(QStringLiteral("SSTabpruebas_Click %1 -> %2").arg(PreviousTab).arg(SSTabpruebas->Tab()));
+    suceso(QStringLiteral("SSTabpruebas_Click %1 -> %2").arg(PreviousTab).arg(SSTabpruebas->Tab()));
 }
 
 void Fpruebacontroles::Gridpruebas_Click() {
-    Labelsuceso->SetCaption(QStringLiteral("Gridpruebas_Click Row=%1 Col=%2").arg(Gridpruebas->Row()).arg(Gridpruebas->Col()));
+    suceso(QStringLiteral("Gridpruebas_Click Row=%1 Col=%2").arg(Gridpruebas->Row()).arg(Gridpruebas->Col()));
 }
 
 void Fpruebacontroles::Gridpruebas_DblClick() {
@@ -109,7 +120,7 @@ void Fpruebacontroles::Gridpruebas_DblClick() {
 }
 
 void Fpruebacontroles::Calendario_Click() {
-    Labelsuceso->SetCaption(QStringLiteral("Calendario_Click ") + vb::Format(Calendario->Value(), "dd/mm/yyyy"));
+    suceso(QStringLiteral("Calendario_Click ") + vb::Format(Calendario->Value(), "dd/mm/yyyy"));
 }
 
 // Shows the bar the first time and moves it one step a press, up to its end.
@@ -183,6 +194,10 @@ void Fpruebacontroles::CommandEjecutar_Click() {
     vb::ShellAndWait(carpeta + QStringLiteral("pkzip -ex ") + carpeta + QStringLiteral("pedido.jpg ") + carpeta +
                      QStringLiteral("pedido?.zip"));
     Labelresultado->SetCaption(QStringLiteral("terminado"));
+}
+
+void Fpruebacontroles::Checkpruebas_Click() {
+    suceso(QStringLiteral("Checkpruebas_Click Value=%1").arg(vb::Value(Checkpruebas)));
 }
 
 } // namespace vel::scenario

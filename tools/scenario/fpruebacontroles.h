@@ -35,7 +35,8 @@ public:
     QPushButton* CommandImprimirSinTrampa;
     QPushButton* CommandEsperar;
     QPushButton* CommandEjecutar;
-    // The last event seen, and what the buttons found.
+    QCheckBox* Checkpruebas;
+    // The last event seen ("3: Listpruebas_Click 1 DOS"), and what the buttons found.
     vb::Label* Labelsuceso;
     vb::Label* Labelresultado;
 
@@ -56,7 +57,11 @@ private:
     void CommandEsperar_Click();
     void Timer1_Timer();
     void CommandEjecutar_Click();
+    void Checkpruebas_Click();
 
+    // Numbers each event in Labelsuceso, so that a repeated one shows.
+    void suceso(const QString& texto);
+    int sucesos_ = 0;
     std::optional<vb::WaitPointer> espera_;
 };
 
