@@ -503,7 +503,8 @@ private:
             }
             if (reply != QLatin1String("OK")) error(QStringLiteral("dialog printer OK|cancel"));
             // The job goes to a file of the program folder.
-            vb::PrinterChoice choice{.outputFile = QDir(folder_).filePath(QStringLiteral("impresion.pdf")),
+            vb::PrinterChoice choice{.printerName = QString(),
+                                     .outputFile = QDir(folder_).filePath(QStringLiteral("impresion.pdf")),
                                      .copies = 0,
                                      .orientation = 0};
             if (line.has(3)) choice.copies = line.arg(3).toInt();
