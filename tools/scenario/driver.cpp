@@ -22,12 +22,15 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QKeySequence>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProcess>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <cmath>
 #include <map>
 #include <memory>
 #include <optional>
@@ -150,6 +153,7 @@ private:
             {"restart", &Driver::restart},
             {"menu", &Driver::menu},
             {"test-window", &Driver::testWindow},
+            {"env", &Driver::env},
             // Driving controls
             {"click", &Driver::click},
             {"dblclick", &Driver::dblclick},
@@ -162,9 +166,11 @@ private:
             {"check", &Driver::check},
             {"option", &Driver::option},
             {"resize", &Driver::resize},
+            {"press", &Driver::press},
             {"minimize", &Driver::minimize},
             {"maximize", &Driver::maximize},
             {"restore", &Driver::restore},
+            {"close", &Driver::close},
             {"run", &Driver::runShell},
             {"wait", &Driver::wait},
             // Message boxes and dialogs
@@ -187,6 +193,8 @@ private:
             {"expect-ended", &Driver::expectEnded},
             {"expect-file", &Driver::expectFile},
             {"expect-pointer", &Driver::expectPointer},
+            {"remember-sizes", &Driver::rememberSizes},
+            {"expect-same-sizes", &Driver::expectSameSizes},
         };
         const auto it = commands.find(line.command());
         if (it == commands.end()) error("orden desconocida: " + line.command());
@@ -317,6 +325,8 @@ private:
     }
 
     void nodb(const Line&) { QFile::remove(dbPath()); }
+
+    void env(const Line& line) { qputenv(line.arg(1).toLocal8Bit(), line.arg(2).toLocal8Bit()); }
 
     void sql(const Line& line) {
         const QString statement = line.arg(1);
@@ -462,9 +472,40 @@ private:
         win->resize(int(line.arg(2).toInt() / tpp + 0.5) - frameW, int(line.arg(3).toInt() / tpp + 0.5) - frameH);
     }
 
-    void minimize(const Line& line) { find(line.arg(1))->showMinimized(); }
-    void maximize(const Line& line) { find(line.arg(1))->showMaximized(); }
-    void restore(const Line& line) { find(line.arg(1))->showNormal(); }
+    // A child window's frame inside the main window (or the window itself).
+    static QWidget* frameOf(QWidget* win) {
+        for (QWidget* p = win; p && !p->isWindow(); p = p->parentWidget())
+            if (qobject_cast<QMdiSubWindow*>(p)) return p;
+        return win;
+    }
+
+    QWidget* openWindow(const Line& line) {
+        QWidget* win = window(line.arg(1));
+        if (!win) error("la ventana " + line.arg(1) + " no está abierta");
+        return win;
+    }
+
+    void minimize(const Line& line) { frameOf(find(line.arg(1)))->showMinimized(); }
+    void maximize(const Line& line) { frameOf(find(line.arg(1)))->showMaximized(); }
+    void restore(const Line& line) { frameOf(find(line.arg(1)))->showNormal(); }
+
+    // Closing by the window's system box: the main window, or a child's frame.
+    void close(const Line& line) { frameOf(openWindow(line))->close(); }
+
+    // A key pressed as the user does: it goes where the keyboard goes (an open
+    // menu, else the control with the focus, else the active window), through the
+    // toolkit's shortcut handling.
+    void press(const Line& line) {
+        activate();
+        const QString name = line.arg(1);
+        const QKeySequence seq = QKeySequence::fromString(name, QKeySequence::PortableText);
+        if (seq.count() != 1 || seq[0].key() == Qt::Key_unknown) error("tecla desconocida " + name);
+        QWidget* target = QApplication::activePopupWidget();
+        if (!target) target = QApplication::focusWidget();
+        if (!target) target = QApplication::activeWindow();
+        if (!target) error(QStringLiteral("ninguna ventana recibe teclas"));
+        QTest::keyClick(target, seq[0].key(), seq[0].keyboardModifiers());
+    }
 
     void runShell(const Line& line) {
         QProcess p;
@@ -616,6 +657,8 @@ private:
             if (prop == QLatin1String("Width")) return QString::number(m->Width());
             if (prop == QLatin1String("Height")) return QString::number(m->Height());
         }
+        if (prop == QLatin1String("Width")) return QString::number(twips(w, w->width()));
+        if (prop == QLatin1String("Height")) return QString::number(twips(w, w->height()));
         error("propiedad desconocida " + prop + " en " + w->objectName());
     }
 
@@ -760,6 +803,33 @@ private:
         if (got != line.arg(2)) fail(line.arg(1) + " tiene " + Quote(got));
     }
 
+    static long twips(const QWidget* w, int pixels) { return std::lround(pixels * 1440.0 / w->logicalDpiX()); }
+
+    // Width and Height of every named control of a window, in twips.
+    std::map<QString, QString> sizes(QWidget* win) {
+        std::map<QString, QString> out;
+        for (QWidget* c : win->findChildren<QWidget*>())
+            if (!c->objectName().isEmpty() && !c->objectName().startsWith(QLatin1String("qt_")))
+                out[c->objectName()] = QStringLiteral("%1 x %2").arg(twips(c, c->width())).arg(twips(c, c->height()));
+        return out;
+    }
+
+    void rememberSizes(const Line& line) { remembered_[line.arg(1)] = sizes(openWindow(line)); }
+
+    void expectSameSizes(const Line& line) {
+        QWidget* win = openWindow(line);
+        const auto it = remembered_.find(line.arg(1));
+        if (it == remembered_.end()) error("no se recordaron los tamaños de " + line.arg(1));
+        const auto now = sizes(win);
+        QStringList changed;
+        for (const auto& [control, size] : it->second) {
+            const auto n = now.find(control);
+            if (n == now.end() || n->second != size)
+                changed << control + " " + size + " -> " + (n == now.end() ? QStringLiteral("?") : n->second);
+        }
+        if (!changed.isEmpty()) fail("cambiaron de tamaño: " + changed.join(", "));
+    }
+
     // expect-pointer wait|normal: the program's MousePointer, and the pointer on screen.
     void expectPointer(const Line& line) {
         const QString wanted = line.arg(1);
@@ -782,6 +852,7 @@ private:
     std::optional<vb::InstalledEnvironment> environment_;
     vel::WindowTableMap windows_;
     const QStringList* lines_ = nullptr;
+    std::map<QString, std::map<QString, QString>> remembered_;
     int lineNo_ = 0;
     bool started_ = false;
     bool ended_ = false;
