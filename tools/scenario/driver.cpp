@@ -638,9 +638,12 @@ private:
         }
     }
 
+    // The file may be named in the program folder as "<App.Path>/name.png".
     void screenshot(const Line& line) {
         QWidget* win = line.has(2) ? find(line.arg(2)) : mdi();
-        win->grab().save(line.arg(1));
+        QString file = line.arg(1);
+        file.replace(QLatin1String("<App.Path>"), folder_);
+        if (!win->grab().save(file)) error("no se puede guardar " + line.arg(1));
     }
 
     // The property of a control as `expect` reads it: the kind's own first,
