@@ -362,7 +362,8 @@ private:
         const QString name = line.arg(1);
         if (!testWindows().count(name)) error("no hay ventana de prueba " + name);
         activate();
-        vb::RunEvent([this, name] { mdi()->Abrir(name); });
+        vel::MDI* m = mdi();
+        vb::RunEvent([m, name] { m->Abrir(name); });
     }
 
     // ---- Driving controls -----------------------------------------------------------
