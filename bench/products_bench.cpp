@@ -7,7 +7,8 @@
 //    with the statement of the document lines and the counter (the four-way
 //    OR), the first row read;
 //  - the list of a leaf of the article structure: the statement of
-//    CargarDatos, every row read and laid out in the list's fixed columns;
+//    CargarDatos, every row read and laid out in the list's fixed columns
+//    (Farticulos::FilaArticulo);
 //  - Cambiar on every product (200,000 of them): one autocommit UPDATE each,
 //    as the window writes them, and the size the write-ahead log reaches;
 //  - the catalogue: opening it, a search by name with the window's count
@@ -18,9 +19,11 @@
 // /tmp/velmarinda_catalogue_bench/articulo.dbf; both are reused while there.
 //
 // Run: build/bin/velbench --benchmark_filter='Lookup|Leaf|Catalogue|ChangeAll'
+// (the window itself: products_window_bench.cpp).
 #include "core/dbase_store.h"
 #include "core/record_store.h"
 #include "core/schema.h"
+#include "masterdata/farticulos.h"
 #include "masterdata/price_changes.h"
 #include "runtime/vb.h"
 
@@ -207,17 +210,6 @@ QString leafQuery(int leaf) {
            QStringLiteral("' AND familia_productos = '01' AND articulo_productos = '01' ORDER BY referencia_productos");
 }
 
-// A row of ListArticulos: reference cut to 14, description to 65, brand to
-// 81, model, and the price right-justified in 10.
-QString listRow(const QString& ref, const QString& desc, const QString& brand, const QString& model, double price) {
-    QString row = vb::Left(ref + vb::Space(13), 14);
-    row = vb::Left(row + desc + vb::Space(50), 65);
-    row = vb::Left(row + brand + vb::Space(15), 81);
-    row += model + vb::Space(15);
-    const QString p = vb::Format(price, QStringLiteral("0.000"));
-    return row + vb::Left(vb::Space(10), 10 - vb::Len(p)) + p;
-}
-
 void BM_Leaf5000_RecordStore(benchmark::State& state) {
     vel::Database& db = shop();
     int leaf = 0;
@@ -225,7 +217,7 @@ void BM_Leaf5000_RecordStore(benchmark::State& state) {
     for (auto _ : state) {
         auto rs = db.OpenRecordset(leafQuery(leaf++ % kLeaves));
         while (!rs->Eof()) {
-            benchmark::DoNotOptimize(listRow(rs->Fields(QStringLiteral("referencia_productos")).str(),
+            benchmark::DoNotOptimize(vel::Farticulos::FilaArticulo(rs->Fields(QStringLiteral("referencia_productos")).str(),
                                              rs->Fields(QStringLiteral("descripcion_productos")).str(),
                                              rs->Fields(QStringLiteral("marca_productos")).str(),
                                              rs->Fields(QStringLiteral("modelo_productos")).str(),
