@@ -1,6 +1,11 @@
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 
+#include <new>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
 namespace vb {
 
 const char* RuntimeError::what() const noexcept {
@@ -17,9 +22,18 @@ ErrObject& Err() {
 
 // Runs one statement under a trap: a runtime error is recorded in Err, handed
 // to the trap's own handling, and the statement is over.
+// An error of an event the statement raised through the toolkit (a text box's
+// Change after code set its text) belongs to the statement too.
 bool Trap(const std::function<void()>& statement, const std::function<void(const RuntimeError&)>& onError) {
     try {
-        statement();
+        try {
+            statement();
+            RaiseHeld();
+        } catch (const RuntimeError&) {
+            throw;
+        } catch (const std::exception& e) {
+            throw AsRuntimeError(e);
+        }
         return true;
     } catch (const RuntimeError& e) {
         Err().Number = e.Number;
@@ -27,6 +41,16 @@ bool Trap(const std::function<void()>& statement, const std::function<void(const
         if (onError) onError(e);
         return false;
     }
+}
+
+// The runtime's own errors for what the standard library raises: an index
+// past the end of a list (.at()) is the runtime's subscript error, a failed
+// allocation its out-of-memory error, anything else an internal error.
+RuntimeError AsRuntimeError(const std::exception& e) {
+    if (dynamic_cast<const std::out_of_range*>(&e) || dynamic_cast<const std::length_error*>(&e))
+        return RuntimeError(9, QStringLiteral("El subíndice está fuera del intervalo"));
+    if (dynamic_cast<const std::bad_alloc*>(&e)) return RuntimeError(7, QStringLiteral("Memoria insuficiente"));
+    return RuntimeError(51, QStringLiteral("Error interno"));
 }
 
 bool ResumeNext::operator()(const std::function<void()>& statement) { return Trap(statement, nullptr); }
@@ -55,6 +79,8 @@ void Untrapped(const RuntimeError& error) {
 namespace {
 int depth = 0;
 bool ended = false;
+// The error (or End) of an event raised by code, on its way back to that code.
+std::exception_ptr held;
 EndHandler& endHandler() {
     static EndHandler h;
     return h;
@@ -65,25 +91,50 @@ EndHandler& endHandler() {
 // untrapped error or End stops. An event raised by the program's own code (a
 // Click fired by setting ListIndex) runs inside the procedure that raised it, and
 // its errors travel up to that procedure as they would in the runtime.
+//
+// Between the two stands the toolkit's signal emission, which no exception may
+// cross. So the nested event's error is caught here, held, and raised again by
+// RaiseHeld once the toolkit has returned: the runtime's setters (ListIndex,
+// Text, Caption, Value, SetFocus, Load) do that as they return, a trap does it
+// at the end of its statement, and the event boundary at the end of the
+// procedure. Until then, further events raised by code do not run: the
+// procedure that raised the first one is on its way out.
 void RunEvent(const std::function<void()>& procedure) {
     if (ended) return;
     if (depth > 0) {
-        procedure();
+        if (held) return;
+        try {
+            procedure();
+        } catch (...) {
+            held = std::current_exception();
+        }
         return;
     }
     ++depth;
     try {
         try {
             procedure();
+            RaiseHeld();
         } catch (const RuntimeError& e) {
+            held = nullptr;
             Untrapped(e);
+        } catch (const std::exception& e) {
+            held = nullptr;
+            Untrapped(AsRuntimeError(e));
         }
     } catch (const EndProgram&) {
+        held = nullptr;
         --depth;
         ProgramEnded();
         return;
     }
     --depth;
+}
+
+void RaiseHeld() {
+    if (!held) return;
+    std::exception_ptr e = std::exchange(held, nullptr);
+    std::rethrow_exception(e);
 }
 
 void SetEndHandler(EndHandler handler) { endHandler() = std::move(handler); }
@@ -98,15 +149,30 @@ bool HasEnded() { return ended; }
 void ResetEnded() {
     ended = false;
     depth = 0;
+    held = nullptr;
 }
 
 // A modal box runs its own event loop: events that arrive while it is open enter
-// the program afresh.
+// the program afresh, and an error held for the code that opened the box waits
+// until the box is closed.
+namespace {
+std::vector<std::exception_ptr>& heldOutsideModal() {
+    static std::vector<std::exception_ptr> v;
+    return v;
+}
+} // namespace
 int EventDepthSave() {
     int d = depth;
     depth = 0;
+    heldOutsideModal().push_back(std::exchange(held, nullptr));
     return d;
 }
-void EventDepthRestore(int d) { depth = d; }
+void EventDepthRestore(int d) {
+    depth = d;
+    if (!heldOutsideModal().empty()) {
+        held = heldOutsideModal().back();
+        heldOutsideModal().pop_back();
+    }
+}
 
 } // namespace vb

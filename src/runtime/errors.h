@@ -28,6 +28,10 @@ private:
 
 [[noreturn]] void Raise(int number, const QString& description);
 
+// The runtime error that stands for an exception of the standard library
+// escaping a procedure: 9 for an index out of range, 7 for memory, 51 otherwise.
+RuntimeError AsRuntimeError(const std::exception& e);
+
 // The runtime's Err object: the last error seen by a trap (ResumeNext, Try).
 struct ErrObject {
     int Number = 0;
@@ -80,6 +84,11 @@ QString UntrappedMessage(const RuntimeError& error);
 // message and ends the program; End ends it. Every event that enters a window
 // goes through here.
 void RunEvent(const std::function<void()>& procedure);
+
+// Raises again the error of an event that code raised through the toolkit
+// (held by RunEvent at the signal boundary); nothing when there is none. The
+// runtime calls it as soon as control is back from the toolkit.
+void RaiseHeld();
 
 // How the program ends. The real program quits its event loop and exits; tests
 // and the scenario driver install a handler that records the end instead.
