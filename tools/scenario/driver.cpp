@@ -1,4 +1,5 @@
 #include "scenario/driver.h"
+#include "scenario/file_commands.h"
 #include "app/window_table.h"
 #include "core/mdi.h"
 #include "core/record_store.h"
@@ -166,6 +167,7 @@ public:
         const QByteArray path = QDir(folder_).filePath(QStringLiteral("bin")).toLocal8Bit() + ':' + qgetenv("PATH");
         qputenv("PATH", path);
         vel::schema::CreateEmptyDatabase(dbPath());
+        files_ = std::make_unique<FileCommands>(folder_);
     }
     ~Driver() {
         teardown();
@@ -481,6 +483,13 @@ private:
     void command(const QString& line, const QStringList& lines) {
         const QStringList w = words(line);
         const QString cmd = w.value(0);
+        QString why;
+        switch (files_->run(w, out_, &why)) {
+        case FileCommands::Done: return;
+        case FileCommands::Failed: fail(why);
+        case FileCommands::Error: error(why);
+        case FileCommands::NotMine: break;
+        }
         auto arg = [&](int i) {
             if (i >= w.size()) error("falta un argumento en " + cmd);
             return w[i];
@@ -732,6 +741,7 @@ private:
     ScriptedBoxes boxes_;
     QTemporaryDir dir_;
     QString folder_;
+    std::unique_ptr<FileCommands> files_;
     int lineNo_ = 0;
     bool started_ = false;
     bool ended_ = false;
