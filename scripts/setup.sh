@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs every Debian 12 package Velmarinda needs to build, run and test.
 # Idempotent: when everything is already there it returns at once.
+# --fuzz adds what scripts/fuzz.sh needs.
 set -euo pipefail
 PACKAGES=(
   g++ cmake make pkg-config
@@ -9,6 +10,11 @@ PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation xvfb xauth locales
 )
+# The fuzz targets' tool chain, for scripts/fuzz.sh only: clang with libFuzzer
+# and the sanitizers' runtime.
+if [ "${1:-}" = "--fuzz" ]; then
+  PACKAGES+=(clang-14 libclang-rt-14-dev)
+fi
 missing=()
 for p in "${PACKAGES[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Builds the fuzz targets with clang and libFuzzer (in build-fuzz/) and runs
+# them, one after the other, each on a working copy of its seed corpus.
+#   bash scripts/fuzz.sh                 every target for 60 seconds
+#   bash scripts/fuzz.sh fuzz_numbers    one target
+#   FUZZ_SECONDS=600 bash scripts/fuzz.sh   longer runs
+# A crash leaves its input in build-fuzz/artifacts/ and stops the script.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/setup.sh --fuzz
+targets=("$@")
+[ ${#targets[@]} -eq 0 ] && targets=(fuzz_numbers fuzz_config_ini fuzz_sql_dialect)
+cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++-14 -DVEL_FUZZ=ON >/dev/null
+cmake --build build-fuzz -j"$(nproc)" $(printf -- '--target %s ' "${targets[@]}")
+export QT_QPA_PLATFORM=offscreen
+export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+mkdir -p build-fuzz/artifacts
+for t in "${targets[@]}"; do
+  work="build-fuzz/corpus/$t"
+  mkdir -p "$work"
+  echo "== $t for ${FUZZ_SECONDS:-60} s"
+  "build-fuzz/bin/$t" -max_total_time="${FUZZ_SECONDS:-60}" -timeout=10 -rss_limit_mb=2048 \
+    -artifact_prefix="build-fuzz/artifacts/$t-" -print_final_stats=1 "$work" "fuzz/corpus/$t"
+done
