@@ -9,7 +9,15 @@ namespace vb {
 int EventDepthSave();
 void EventDepthRestore(int d);
 
-QString AppTitle() { return QStringLiteral("Velmarinda"); }
+namespace {
+QString& title() {
+    static QString t = QStringLiteral("Velmarinda");
+    return t;
+}
+} // namespace
+
+QString AppTitle() { return title(); }
+void SetAppTitle(const QString& t) { title() = t; }
 
 namespace {
 MessageBoxService* service = nullptr;
