@@ -8,6 +8,7 @@ PACKAGES=(
   libsqlite3-dev libicu-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation xvfb xauth locales
+  fonts-dejavu-core fontconfig cups cups-client cups-bsd printer-driver-cups-pdf poppler-utils
 )
 missing=()
 for p in "${PACKAGES[@]}"; do
