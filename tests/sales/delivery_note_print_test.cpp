@@ -194,7 +194,9 @@ TEST_F(DeliveryNotePrint, FortyLinesContinueAfterLine39WithoutANewPage) {
     EXPECT_EQ(l[l.indexOf(print_layout::RayaSubrayado, mark) + 3], row(40));
     EXPECT_EQ(filling(l), 36);
     for (const auto& e : recorder.last().events)
-        if (e.kind == vb::PrintEvent::Kind::NewPage) EXPECT_TRUE(e.automatic);
+        if (e.kind == vb::PrintEvent::Kind::NewPage) {
+            EXPECT_TRUE(e.automatic);
+        }
 }
 
 TEST_F(DeliveryNotePrint, FortyOneLinesPutTwoOnTheSecondPage) {

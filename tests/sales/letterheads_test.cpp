@@ -171,8 +171,8 @@ TEST_F(Letterheads, AnUnknownTagStartsWithTheCustomerBlockInTheFontInForce) {
     ASSERT_FALSE(prints.empty());
     EXPECT_EQ(run(prints[0]), R"~("Courier New" 8 color=0 "                                        FERRETERIA O CRUCEIRO")~");
     EXPECT_EQ(notice("TRAMPEL"), QStringList({R"~("Courier New" 6 color=0 "")~"}));
-    for (const QString& tag : {"", "Ferrobanda", "FERROBANDA ", "ORTA S.L."})
-        EXPECT_EQ(letterheads::BloqueDeHoy(tag), Bloque::Ninguno) << qPrintable(tag);
+    for (const char* tag : {"", "Ferrobanda", "FERROBANDA ", "ORTA S.L."})
+        EXPECT_EQ(letterheads::BloqueDeHoy(tag), Bloque::Ninguno) << tag;
 }
 
 TEST_F(Letterheads, TheDeliveryNoteNoticeHasNoMargin) {

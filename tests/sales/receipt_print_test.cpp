@@ -96,10 +96,10 @@ TEST_F(ReceiptPrint, ALongCustomerNameIsCutAtTheRightBar) {
 }
 
 TEST_F(ReceiptPrint, ThePlaceOfIssueIsPortelasUnderEveryTag) {
-    for (const QString& tag : {"FERROBANDA", "ULTRAMARINOS", "LAPRESA", "ORTA", "ferrobanda", ""}) {
+    for (const char* tag : {"FERROBANDA", "ULTRAMARINOS", "LAPRESA", "ORTA", "ferrobanda", ""}) {
         const QStringList l = print(NotaDeEntrega(rejilla, 1, tag));
         EXPECT_EQ(l.size(), 19);
-        EXPECT_EQ(l[2].mid(25, 11), "|  PORTELAS") << qPrintable(tag);
+        EXPECT_EQ(l[2].mid(25, 11), "|  PORTELAS") << tag;
     }
 }
 
