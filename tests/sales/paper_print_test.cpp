@@ -3,6 +3,7 @@
 // "Courier New" 12 must come back column for column as the recording printer
 // saw them.
 #include "print_fixture.h"
+#include "runtime/app.h"
 #include "runtime/msgbox.h"
 #include "runtime/vb.h"
 #include <QCoreApplication>
@@ -131,6 +132,28 @@ TEST_F(PaperPrint, TheReceiptsDashesReachThePdf) {
     vb::Printer().EndDoc();
     const QStringList l = pdfLines(file);
     EXPECT_TRUE(std::any_of(l.begin(), l.end(), [](const QString& s) { return s.contains(QString(59, QChar(0x2014))); }));
+}
+
+// A job sent to a file with no name (what a system with no printer gets) lands
+// in "impresos" beside the program, named by the job and the time; a second
+// one in the same second does not overwrite the first.
+TEST_F(PaperPrint, AJobToAnUnnamedFileGoesToTheImpresosFolder) {
+    QTemporaryDir dir;
+    const QString keptPath = vb::AppPath();
+    vb::SetAppPath(dir.path());
+    vb::SetPrintEnvironment(nullptr);
+    vb::SetAppTitle("Ticket 000123");
+    for (int i = 0; i < 2; ++i) {
+        vb::Printer().SetDestination({vb::PrintDestination::Kind::File, {}, {}});
+        vb::Printer().Print("GRACIAS POR SU VISITA");
+        vb::Printer().EndDoc();
+    }
+    vb::SetAppPath(keptPath);
+    const QString first = dir.filePath("impresos/Ticket 000123 20261121-100000.pdf");
+    const QString second = dir.filePath("impresos/Ticket 000123 20261121-100000 (2).pdf");
+    ASSERT_TRUE(QFile::exists(first));
+    ASSERT_TRUE(QFile::exists(second));
+    EXPECT_TRUE(pdfLines(first).join('\n').contains("GRACIAS POR SU VISITA"));
 }
 
 // Where cups-pdf puts the jobs of this user: its "Out" setting, ${HOME}/PDF
