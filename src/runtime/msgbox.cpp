@@ -1,13 +1,12 @@
 #include "runtime/msgbox.h"
+#include "runtime/environment.h"
+#include "runtime/errors.h"
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 
 namespace vb {
-
-int EventDepthSave();
-void EventDepthRestore(int d);
 
 namespace {
 QString& title() {
@@ -20,7 +19,7 @@ QString AppTitle() { return title(); }
 void SetAppTitle(const QString& t) { title() = t; }
 
 namespace {
-MessageBoxService* service = nullptr;
+MessageBoxService* service() { return CurrentEnvironment().messageBoxes; }
 
 struct ButtonSpec {
     QMessageBox::StandardButton button;
@@ -77,22 +76,22 @@ int showReal(const QString& title, const QString& text, int style) {
 
 int MsgBox(const QString& prompt, int style, const QString& title) {
     const QString t = title.isEmpty() ? AppTitle() : title;
-    int saved = EventDepthSave();
-    int answer = service ? service->show(t, prompt, style) : showReal(t, prompt, style);
-    EventDepthRestore(saved);
-    return answer;
+    return RunModal([&] {
+        if (MessageBoxService* s = service()) return s->show(t, prompt, style);
+        return showReal(t, prompt, style);
+    });
 }
 
-void SetMessageBoxService(MessageBoxService* s) { service = s; }
+void SetMessageBoxService(MessageBoxService* s) { CurrentEnvironment().messageBoxes = s; }
 
 void ShellAbout(const QString& application, const QString& notice) {
-    int saved = EventDepthSave();
-    if (service)
-        service->about(application, notice);
-    else
-        QMessageBox::about(QApplication::activeWindow(), QStringLiteral("Acerca de %1").arg(application),
-                           application + QStringLiteral("\n") + notice);
-    EventDepthRestore(saved);
+    RunModal([&] {
+        if (MessageBoxService* s = service())
+            s->about(application, notice);
+        else
+            QMessageBox::about(QApplication::activeWindow(), QStringLiteral("Acerca de %1").arg(application),
+                               application + QStringLiteral("\n") + notice);
+    });
 }
 
 } // namespace vb

@@ -1,25 +1,28 @@
 // The steps every print button of the program goes through: the print dialog,
 // then the window's print procedures one after the other on the Printer.
 //
-//   vb::RunPrintJob({.calendar = Calendario,
+//   vb::RunPrintJob({.dialog = CommonDialog1,
+//                    .calendar = Calendario,
 //                    .procedures = {[this] { cabeceraalbaran(); },
 //                                   [this] { detallealbaran(); },
 //                                   [this] { piealbaran(); }}});
 //
 // In order, with errors passed over (kept in Err for step 6):
 //  1. with a title: App.Title is kept and set to it, so that it names the job;
-//  2. the dialog will raise an error when cancelled (CancelError on);
+//  2. CancelError is set on the dialog;
 //  3. the calendar is hidden;
 //  4. the two fixed settings: ColorMode 2 (colour, for the red and green
 //     letterheads) and TrackDefault on (the Printer follows the chosen printer);
-//  5. the print dialog is shown, preset with the Printer's copies and
-//     orientation, and what it sets is given to the Printer;
+//  5. the print dialog is shown with the Printer's copies and orientation
+//     preset, and what it chose is given to the Printer: the printer or the PDF
+//     file, the copies, the orientation;
 //  6. with no error pending (not cancelled, a printer exists): ScaleMode 4, each
 //     procedure in turn with a yield to the event queue after it, and EndDoc;
 //  7. the error is cleared; App.Title is put back whatever happened.
 // A cancelled dialog, or a system with no printer at all, prints nothing and
 // shows nothing.
 #pragma once
+#include "runtime/common_dialog.h"
 #include "runtime/printer.h"
 #include <QWidget>
 #include <functional>
@@ -28,27 +31,11 @@
 
 namespace vb {
 
-// What the print dialog answers.
-struct PrinterChoice {
-    enum class Outcome { Chosen, Cancelled, NoPrinter };
-    Outcome outcome = Outcome::Cancelled;
-    PrintDestination destination;
-    int copies = 1;
-    int orientation = vbPRORPortrait;
-};
-
-// The print dialog as a print job shows it, preset with copies and orientation.
-using PrintDialogFunction = std::function<PrinterChoice(int copies, int orientation)>;
-// Replaces the print dialog the jobs show; an empty function gives back the
-// runtime's own.
-void SetPrintDialog(PrintDialogFunction dialog);
-PrinterChoice ShowPrintDialog(int copies, int orientation);
-
-// The errors the dialog raises when CancelError is on: cancelled, and no printer.
-constexpr int cdlCancel = 32755;
+// The error of a print dialog that has no printer to offer.
 constexpr int cdlNoDefaultPrn = 28663;
 
 struct PrintJobSteps {
+    CommonDialog* dialog = nullptr;  // the window's CommonDialog1
     QWidget* calendar = nullptr;     // hidden before the dialog
     std::optional<QString> title;    // names the job; App.Title is put back after
     std::vector<std::function<void()>> procedures;
@@ -57,7 +44,8 @@ struct PrintJobSteps {
 // Runs the job; true when the procedures were run (the dialog chose a printer).
 bool RunPrintJob(const PrintJobSteps& steps);
 
-// Lets the event queue run, as the runtime's DoEvents.
-void YieldToEvents();
+// Gives the Printer what a print dialog chose. A choice with neither a printer
+// nor a file is no printer at all: error 28663.
+void UsePrinterChoice(const PrinterChoice& choice);
 
 } // namespace vb

@@ -128,6 +128,10 @@ PrintRecorder::PrintRecorder() {
     portrait.printable = QRectF(240, 240, portrait.sheet.width() - 480, portrait.sheet.height() - 480);
 }
 
+PrintRecorder::~PrintRecorder() {
+    if (Printer().DocumentEnvironment() == this) Printer().KillDoc();
+}
+
 const PrintJobRecord& PrintRecorder::last() const {
     static const PrintJobRecord none;
     return jobs.empty() ? none : jobs.back();

@@ -51,6 +51,8 @@ struct PrintJobRecord {
 class PrintRecorder : public PrintEnvironment {
 public:
     PrintRecorder();
+    // A document still open on it is given up.
+    ~PrintRecorder() override;
 
     // The printer it stands for: its name and its page (A4 with the borders of
     // the PDF pages). With noPrinter, the system has no printer at all.

@@ -1,4 +1,5 @@
 #include "runtime/printer.h"
+#include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 #include <QFont>
@@ -10,8 +11,6 @@ namespace vb {
 PrintEnvironment& RealPrintEnvironment(); // printer_devices.cpp
 
 namespace {
-PrintEnvironment* environment = nullptr;
-
 constexpr double kTwipsPerPoint = 20;
 constexpr double kTwipsPerInch = 1440;
 constexpr double kTwipsPerMm = kTwipsPerInch / 25.4;
@@ -43,11 +42,14 @@ QString PrintDestination::name() const {
 }
 
 void SetPrintEnvironment(PrintEnvironment* e) {
-    environment = e;
+    CurrentEnvironment().printers = e;
     Printer().Reset();
 }
 
-PrintEnvironment& CurrentPrintEnvironment() { return environment ? *environment : RealPrintEnvironment(); }
+PrintEnvironment& CurrentPrintEnvironment() {
+    PrintEnvironment* e = CurrentEnvironment().printers;
+    return e ? *e : RealPrintEnvironment();
+}
 
 QString PrintFontFamily(const QString& name) {
     if (name.compare(QLatin1String("Courier New"), Qt::CaseInsensitive) == 0) return QStringLiteral("Liberation Mono");
@@ -75,6 +77,7 @@ PrinterObject::~PrinterObject() = default;
 void PrinterObject::Reset() {
     if (backend_) backend_->abort();
     backend_.reset();
+    openedBy_ = nullptr;
     font_ = PrintFont{QStringLiteral("Courier New"), 10, false, false};
     foreColor_ = vbBlack;
     scaleMode_ = 1;
@@ -183,6 +186,7 @@ PrinterBackend& PrinterObject::document() {
     PrintEnvironment& env = CurrentPrintEnvironment();
     const PageGeometry g = env.geometry(where, orientation_);
     backend_ = env.open(where, JobSettings{AppTitle(), copies_, orientation_, colorMode_, trackDefault_});
+    openedBy_ = &env;
     openGeometry_ = g;
     page_ = 1;
     return *backend_;
@@ -223,6 +227,7 @@ void PrinterObject::NewPage() {
 
 void PrinterObject::closeDocument() {
     backend_.reset();
+    openedBy_ = nullptr;
     page_ = 1;
     x_ = y_ = 0;
 }

@@ -102,7 +102,9 @@ public:
     virtual std::unique_ptr<PrinterBackend> open(const PrintDestination& destination, const JobSettings& job) = 0;
 };
 
-// nullptr gives back the real environment (CUPS printers, PDF files).
+// The print environment is part of the runtime's environment (environment.h,
+// its `printers`); this is the shorthand that sets it, and gives a fresh
+// Printer. nullptr gives back the real one (CUPS printers, PDF files).
 void SetPrintEnvironment(PrintEnvironment* environment);
 PrintEnvironment& CurrentPrintEnvironment();
 
@@ -192,6 +194,8 @@ public:
     void SetDestination(const PrintDestination& destination);
     PrintDestination Destination() const;
     bool DocumentOpen() const { return backend_ != nullptr; }
+    // The environment the open document went to (nullptr with none open).
+    const PrintEnvironment* DocumentEnvironment() const { return openedBy_; }
 
     // Back to a fresh Printer: no document, default font, twips, page 1, the
     // default printer. The runtime does it when the environment changes.
@@ -218,6 +222,7 @@ private:
     bool destinationSet_ = false;
     PrintDestination destination_;
     std::unique_ptr<PrinterBackend> backend_;
+    const PrintEnvironment* openedBy_ = nullptr;
     PageGeometry openGeometry_;
 };
 

@@ -1,5 +1,7 @@
-// The steps of a print button: the dialog, then the window's procedures on the
-// Printer, each followed by a yield, then the document sent.
+// The steps of a print button: the print dialog, then the window's procedures
+// on the Printer, each followed by a yield, then the document sent.
+#include "qstring_printer.h"
+#include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
@@ -7,51 +9,50 @@
 #include "runtime/print_transcript.h"
 #include "runtime/vb.h"
 #include <QTimer>
+#include <deque>
 #include <gtest/gtest.h>
 
 namespace {
 
-// Any message box is a failure: a print job says nothing.
-struct NoBoxes : vb::MessageBoxService {
+// Any message box counts: a print job says nothing.
+struct CountedBoxes : vb::MessageBoxService {
     int shown = 0;
-    int show(const QString&, const QString&, int) override {
-        ++shown;
-        return vb::vbOK;
-    }
+    int show(const QString&, const QString&, int) override { return ++shown, vb::vbOK; }
     void about(const QString&, const QString&) override { ++shown; }
 };
+
+// The print dialog's answers, and what it was shown with.
+struct PrintAnswers : vb::DialogService {
+    std::deque<std::optional<vb::PrinterChoice>> answers;
+    std::vector<vb::PrinterRequest> shown;
+    std::optional<QString> open(const vb::OpenRequest&) override { return std::nullopt; }
+    std::optional<vb::PrinterChoice> printer(const vb::PrinterRequest& r) override {
+        shown.push_back(r);
+        auto a = answers.front();
+        answers.pop_front();
+        return a;
+    }
+};
+
+vb::PrinterChoice mostrador(int copies = 1, int orientation = vb::cdlPortrait) {
+    return {.printerName = "Mostrador", .outputFile = {}, .copies = copies, .orientation = orientation};
+}
 
 class PrintJobTest : public ::testing::Test {
 protected:
     vb::PrintRecorder recorder;
-    NoBoxes boxes;
-    QWidget calendario;
-    // What the dialog was shown with, and what it answers.
-    int presetCopies = -1, presetOrientation = -1, dialogsShown = 0;
-    vb::PrinterChoice answer;
+    CountedBoxes boxes;
+    PrintAnswers dialogs;
+    vb::InstalledEnvironment env{{.messageBoxes = &boxes, .dialogs = &dialogs, .printers = &recorder}};
+    vb::CommonDialog CommonDialog1;
+    QWidget Calendario;
 
-    void SetUp() override {
-        vb::SetPrintEnvironment(&recorder);
-        vb::SetMessageBoxService(&boxes);
-        vb::SetPrintDialog([this](int copies, int orientation) {
-            ++dialogsShown;
-            presetCopies = copies;
-            presetOrientation = orientation;
-            return answer;
-        });
-        answer.outcome = vb::PrinterChoice::Outcome::Chosen;
-        answer.destination = {vb::PrintDestination::Kind::Printer, "Mostrador", {}};
-        calendario.setObjectName("Calendario");
-        vb::SetVisible(&calendario, true);
-    }
-    void TearDown() override {
-        vb::SetPrintDialog(nullptr);
-        vb::SetMessageBoxService(nullptr);
-        vb::SetPrintEnvironment(nullptr);
-        vb::SetAppTitle("Velmarinda");
-    }
+    void SetUp() override { vb::SetVisible(&Calendario, true); }
+    void TearDown() override { vb::SetAppTitle("Velmarinda"); }
+
     bool run(std::vector<std::function<void()>> procedures, std::optional<QString> title = std::nullopt) {
-        return vb::RunPrintJob({.calendar = &calendario, .title = title, .procedures = std::move(procedures)});
+        return vb::RunPrintJob(
+            {.dialog = &CommonDialog1, .calendar = &Calendario, .title = title, .procedures = std::move(procedures)});
     }
     static std::function<void()> prints(const QString& text) {
         return [text] { vb::Printer().Print(text); };
@@ -59,7 +60,8 @@ protected:
 };
 
 TEST_F(PrintJobTest, TheProceduresPrintInTurnInCharacterCellsAndTheJobIsSent) {
-    double scaleModeSeen = -1;
+    dialogs.answers.push_back(mostrador());
+    int scaleModeSeen = -1;
     EXPECT_TRUE(run({[&] { scaleModeSeen = vb::Printer().ScaleMode(); }, prints("cabecera"), prints("detalle"),
                      prints("pie")}));
     EXPECT_EQ(scaleModeSeen, 4);
@@ -67,19 +69,20 @@ TEST_F(PrintJobTest, TheProceduresPrintInTurnInCharacterCellsAndTheJobIsSent) {
     EXPECT_EQ(recorder.last().lines(), QStringList({"cabecera", "detalle", "pie"}));
     EXPECT_TRUE(recorder.last().ended);
     EXPECT_EQ(recorder.last().destination.printer, "Mostrador");
-    EXPECT_FALSE(vb::Visible(&calendario));
+    EXPECT_FALSE(vb::Visible(&Calendario));
+    EXPECT_TRUE(CommonDialog1.CancelError);
     EXPECT_EQ(boxes.shown, 0);
 }
 
-TEST_F(PrintJobTest, TheJobCarriesTheTwoFixedSettingsAndWhatTheDialogSet) {
+TEST_F(PrintJobTest, TheDialogIsPresetWithThePrintersCopiesAndOrientationAndWhatItSetsApplies) {
     vb::Printer().SetColorMode(vb::vbPRCMMonochrome);
     vb::Printer().SetTrackDefault(false);
     vb::Printer().SetCopies(3);
-    answer.copies = 2;
-    answer.orientation = vb::vbPRORLandscape;
+    dialogs.answers.push_back(mostrador(2, vb::cdlLandscape));
     run({prints("x")});
-    EXPECT_EQ(presetCopies, 3);
-    EXPECT_EQ(presetOrientation, vb::vbPRORPortrait);
+    ASSERT_EQ(dialogs.shown.size(), 1u);
+    EXPECT_EQ(dialogs.shown[0].copies, 3);
+    EXPECT_EQ(dialogs.shown[0].orientation, vb::cdlPortrait);
     const vb::JobSettings& s = recorder.last().settings;
     EXPECT_EQ(s.colorMode, vb::vbPRCMColor);
     EXPECT_TRUE(s.trackDefault);
@@ -87,30 +90,44 @@ TEST_F(PrintJobTest, TheJobCarriesTheTwoFixedSettingsAndWhatTheDialogSet) {
     EXPECT_EQ(s.orientation, vb::vbPRORLandscape);
 }
 
+TEST_F(PrintJobTest, PrintingToAFileSendsTheJobToThatFile) {
+    dialogs.answers.push_back(vb::PrinterChoice{.printerName = {}, .outputFile = "/tmp/albaran.pdf"});
+    run({prints("x")});
+    EXPECT_EQ(recorder.last().destination.kind, vb::PrintDestination::Kind::File);
+    EXPECT_EQ(recorder.last().destination.file, "/tmp/albaran.pdf");
+}
+
 TEST_F(PrintJobTest, ACancelledDialogPrintsNothingAndSaysNothing) {
-    answer.outcome = vb::PrinterChoice::Outcome::Cancelled;
+    dialogs.answers.push_back(std::nullopt);
     bool ran = false;
     EXPECT_FALSE(run({[&] { ran = true; }, prints("cabecera")}));
-    EXPECT_EQ(dialogsShown, 1);
+    EXPECT_EQ(dialogs.shown.size(), 1u);
     EXPECT_FALSE(ran);
     EXPECT_TRUE(recorder.jobs.empty());
     EXPECT_EQ(boxes.shown, 0);
     EXPECT_EQ(vb::Err().Number, 0);
 }
 
+// A dialog that names neither a printer nor a file: the system has none.
 TEST_F(PrintJobTest, WithNoPrinterAtAllNothingIsPrintedAndNothingSaid) {
     recorder.noPrinter = true;
-    answer.outcome = vb::PrinterChoice::Outcome::NoPrinter;
-    answer.destination = {};
+    dialogs.answers.push_back(vb::PrinterChoice{});
     EXPECT_FALSE(run({prints("cabecera")}));
     EXPECT_TRUE(recorder.jobs.empty());
     EXPECT_EQ(boxes.shown, 0);
     EXPECT_EQ(vb::Err().Number, 0);
+    try {
+        vb::UsePrinterChoice(vb::PrinterChoice{});
+        FAIL() << "no error";
+    } catch (const vb::RuntimeError& e) {
+        EXPECT_EQ(e.Number, vb::cdlNoDefaultPrn);
+    }
 }
 
 // A printer fault leaves what was sent: the failing procedure stops where it
 // failed, the next ones run, the document is sent and no error remains.
 TEST_F(PrintJobTest, AnErrorInAProcedureIsPassedOver) {
+    dialogs.answers.push_back(mostrador());
     EXPECT_TRUE(run({prints("cabecera"),
                      [] {
                          vb::Printer().Print("primera linea");
@@ -125,7 +142,7 @@ TEST_F(PrintJobTest, AnErrorInAProcedureIsPassedOver) {
 }
 
 TEST_F(PrintJobTest, ATitleNamesTheJobAndIsPutBackAfterwards) {
-    vb::SetAppTitle("Velmarinda");
+    dialogs.answers.push_back(mostrador());
     QString titleDuring;
     run({[&] { titleDuring = vb::AppTitle(); }, prints("x")}, QString("00027 20261121 - 430001"));
     EXPECT_EQ(titleDuring, "00027 20261121 - 430001");
@@ -134,12 +151,13 @@ TEST_F(PrintJobTest, ATitleNamesTheJobAndIsPutBackAfterwards) {
 }
 
 TEST_F(PrintJobTest, TheTitleIsPutBackWhenTheDialogIsCancelled) {
-    answer.outcome = vb::PrinterChoice::Outcome::Cancelled;
+    dialogs.answers.push_back(std::nullopt);
     run({prints("x")}, QString("00027 20261121 - 430001"));
     EXPECT_EQ(vb::AppTitle(), "Velmarinda");
 }
 
 TEST_F(PrintJobTest, WithoutATitleTheJobIsNamedAfterTheProgram) {
+    dialogs.answers.push_back(mostrador());
     run({prints("x")});
     EXPECT_EQ(recorder.last().settings.name, "Velmarinda");
 }
@@ -147,10 +165,34 @@ TEST_F(PrintJobTest, WithoutATitleTheJobIsNamedAfterTheProgram) {
 // The yield after each procedure lets the screen repaint: what is queued runs
 // before the next procedure.
 TEST_F(PrintJobTest, EachProcedureIsFollowedByAYieldToTheEventQueue) {
+    dialogs.answers.push_back(mostrador());
     bool queuedRan = false, seenInSecond = false;
-    run({[&] { QTimer::singleShot(0, [&] { queuedRan = true; }); },
-         [&] { seenInSecond = queuedRan; }});
+    run({[&] { QTimer::singleShot(0, [&] { queuedRan = true; }); }, [&] { seenInSecond = queuedRan; }});
     EXPECT_TRUE(seenInSecond);
+}
+
+TEST_F(PrintJobTest, APrintButtonWithoutItsDialogIsAnError) {
+    try {
+        vb::RunPrintJob({.procedures = {prints("x")}});
+        FAIL() << "ran without a dialog";
+    } catch (const vb::RuntimeError& e) {
+        EXPECT_EQ(e.Number, 91);
+    }
+    EXPECT_TRUE(recorder.jobs.empty());
+}
+
+// Installing an environment is a fresh run: a document left open is given up.
+TEST_F(PrintJobTest, ANewEnvironmentStartsWithAFreshPrinter) {
+    vb::Printer().Print("a medias");
+    vb::Printer().SetScaleMode(6);
+    {
+        vb::PrintRecorder other;
+        vb::InstalledEnvironment fresh{{.printers = &other}};
+        EXPECT_TRUE(recorder.last().aborted);
+        EXPECT_EQ(vb::Printer().ScaleMode(), 1);
+        vb::Printer().Print("otra");
+    }
+    EXPECT_FALSE(vb::Printer().DocumentOpen());
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // The Printer object on the recording printer: where each Print lands, what a
 // font, a colour, a rule or a page break records, and the scale modes the
 // layouts count in.
+#include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 #include "runtime/print_transcript.h"
@@ -12,9 +13,8 @@ namespace {
 class PrinterTest : public ::testing::Test {
 protected:
     vb::PrintRecorder recorder;
+    vb::InstalledEnvironment env{{.printers = &recorder}};
     vb::PrinterObject& printer = vb::Printer();
-    void SetUp() override { vb::SetPrintEnvironment(&recorder); }
-    void TearDown() override { vb::SetPrintEnvironment(nullptr); }
     const vb::PrintJobRecord& job() const { return recorder.last(); }
 };
 

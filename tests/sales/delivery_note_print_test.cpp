@@ -263,34 +263,27 @@ TEST_F(DeliveryNotePrint, AWideBrutoIsCutAtTheDiscountsStop) {
 
 class DeliveryNoteJob : public DeliveryNotePrint {
 protected:
-    vb::PrinterChoice answer;
-    void SetUp() override {
-        DeliveryNotePrint::SetUp();
-        vb::SetPrintDialog([this](int, int) { return answer; });
-    }
-    void TearDown() override {
-        vb::SetPrintDialog(nullptr);
-        DeliveryNotePrint::TearDown();
-    }
+    vb::CommonDialog CommonDialog1;
     bool printButton(const print_layout::Documento& d) {
-        return vb::RunPrintJob({.procedures = {[&] { print_layout::cabeceraalbaran(vb::Printer(), d); },
+        return vb::RunPrintJob({.dialog = &CommonDialog1,
+                                .procedures = {[&] { print_layout::cabeceraalbaran(vb::Printer(), d); },
                                                [&] { print_layout::detallealbaran(vb::Printer(), d, contadores); },
                                                [&] { print_layout::piealbaran(vb::Printer(), d); }}});
     }
 };
 
 TEST_F(DeliveryNoteJob, ThePrintButtonPrintsHeaderLinesAndFootAsOneDocument) {
-    answer.outcome = vb::PrinterChoice::Outcome::Chosen;
-    answer.destination = {vb::PrintDestination::Kind::Printer, "Oficina", {}};
+    dialogs.answers.push_back(vb::PrinterChoice{.printerName = "Oficina"});
     EXPECT_TRUE(printButton(NotaDeEntrega(rejilla, 2)));
     ASSERT_EQ(recorder.jobs.size(), 1u);
     EXPECT_TRUE(recorder.last().ended);
+    EXPECT_EQ(recorder.last().destination.printer, "Oficina");
     EXPECT_TRUE(lines().contains(row(2)));
     EXPECT_EQ(lines().last(), "");
 }
 
 TEST_F(DeliveryNoteJob, WithTheDialogCancelledNothingIsPrinted) {
-    answer.outcome = vb::PrinterChoice::Outcome::Cancelled;
+    dialogs.answers.push_back(std::nullopt);
     const auto d = NotaDeEntrega(rejilla, 2);
     EXPECT_FALSE(printButton(d));
     EXPECT_TRUE(recorder.jobs.empty());
@@ -299,7 +292,7 @@ TEST_F(DeliveryNoteJob, WithTheDialogCancelledNothingIsPrinted) {
 
 TEST_F(DeliveryNoteJob, WithNoPrinterNothingIsPrinted) {
     recorder.noPrinter = true;
-    answer.outcome = vb::PrinterChoice::Outcome::NoPrinter;
+    dialogs.answers.push_back(vb::PrinterChoice{});
     EXPECT_FALSE(printButton(NotaDeEntrega(rejilla, 2)));
     EXPECT_TRUE(recorder.jobs.empty());
 }

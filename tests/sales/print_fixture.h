@@ -2,12 +2,15 @@
 // it stands on screen, for the tests of what goes on paper.
 #pragma once
 #include "runtime/clock.h"
+#include "runtime/common_dialog.h"
+#include "runtime/environment.h"
 #include "runtime/print_transcript.h"
 #include "runtime/printer.h"
 #include "sales/print_layout.h"
 #include <gtest/gtest.h>
 #include <ostream>
 #include <array>
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -23,19 +26,26 @@ QT_END_NAMESPACE
 
 namespace vel::testing {
 
+// The print dialog's answers, in order; none is a cancel.
+struct PrintDialogAnswers : vb::DialogService {
+    std::deque<std::optional<vb::PrinterChoice>> answers;
+    std::optional<QString> open(const vb::OpenRequest&) override { return std::nullopt; }
+    std::optional<vb::PrinterChoice> printer(const vb::PrinterRequest&) override {
+        auto a = answers.front();
+        answers.pop_front();
+        return a;
+    }
+};
+
 class PrintTest : public ::testing::Test {
 protected:
     vb::PrintRecorder recorder;
+    PrintDialogAnswers dialogs;
+    vb::InstalledEnvironment env{{.dialogs = &dialogs,
+                                  .clock = QDateTime(QDate(2026, 11, 21), QTime(10, 0, 0)),
+                                  .printers = &recorder}};
     vb::PrinterObject& printer = vb::Printer();
 
-    void SetUp() override {
-        vb::SetPrintEnvironment(&recorder);
-        today(21, 11, 2026);
-    }
-    void TearDown() override {
-        vb::SetPrintEnvironment(nullptr);
-        vb::clock::unpin();
-    }
     static void today(int day, int month, int year) {
         vb::clock::pin(QDateTime(QDate(year, month, day), QTime(10, 0, 0)));
     }
