@@ -2,8 +2,10 @@
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/falmacenes.h"
+#include "masterdata/fclientes.h"
 #include "masterdata/fformapago.h"
 #include "masterdata/foperador.h"
+#include "masterdata/fproveedores.h"
 #include "masterdata/ftienda.h"
 #include "masterdata/sucursales.h"
 #include "masterdata/tipoiva.h"
@@ -22,6 +24,8 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuArchivoItemMantenimientoalmacenes", {"Falmacenes", [] { return new Falmacenes; }}},
         {"MnuArchivoItemMantenimientooperadores", {"Foperador", [] { return new Foperador; }}},
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
+        {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
+        {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
     };
     return table;
 }

@@ -73,7 +73,9 @@ const std::vector<PartnerField>& PartnerFields() {
 const PartnerTable& Clientes() {
     static const PartnerTable t{.table = QStringLiteral("clientes"),
                                 .suffix = QStringLiteral("_cliente"),
-                                .notFound = QStringLiteral("No se ha encontrado el Cliente.")};
+                                .notFound = QStringLiteral("No se ha encontrado el Cliente."),
+                                .noColumn = {},
+                                .numberInInsert = {}};
     return t;
 }
 
