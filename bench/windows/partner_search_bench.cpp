@@ -259,3 +259,4 @@ void BM_buscanif(benchmark::State& state) {
 BENCHMARK(BM_buscanif)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
 } // namespace
+

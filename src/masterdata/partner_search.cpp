@@ -56,12 +56,12 @@ PartnerLists::PartnerLists(QWidget* window, const PartnerTable& table, std::func
       muestradatos_(std::move(muestradatos)) {
     // Each list over its box, in the order buscanif sets them.
     lists_ = {
-        {QStringLiteral("NIF"), "nif", Combonif, Required<QWidget>(window, QStringLiteral("Textnif")), false},
-        {QStringLiteral("CODIGO"), "codigo", Combocodigo, Required<QWidget>(window, QStringLiteral("Textcodigo")), false},
+        {QStringLiteral("NIF"), "nif", Combonif, Required<QWidget>(window, QStringLiteral("Textnif")), false, {}, 0},
+        {QStringLiteral("CODIGO"), "codigo", Combocodigo, Required<QWidget>(window, QStringLiteral("Textcodigo")), false, {}, 0},
         {QStringLiteral("FISCAL"), "nombrefiscal", Combonombrefiscal,
-         Required<QWidget>(window, QStringLiteral("Textnombrefiscal")), true},
+         Required<QWidget>(window, QStringLiteral("Textnombrefiscal")), true, {}, 0},
         {QStringLiteral("COMERCIAL"), "nombrecomercial", Combonombrecomercial,
-         Required<QWidget>(window, QStringLiteral("Textnombrecomercial")), true},
+         Required<QWidget>(window, QStringLiteral("Textnombrecomercial")), true, {}, 0},
     };
 }
 
@@ -71,27 +71,65 @@ const PartnerLists::List* PartnerLists::Find(const QString& palabra) const {
     return nullptr;
 }
 
+PartnerLists::List* PartnerLists::Find(const QString& palabra) {
+    for (List& l : lists_)
+        if (l.palabra == palabra) return &l;
+    return nullptr;
+}
+
+void PartnerLists::Index(List& l, const QString& entrada) {
+    // A repeated text keeps the position of its first entry.
+    if (!l.first.contains(entrada)) l.first.insert(entrada, l.known);
+    ++l.known;
+}
+
+int PartnerLists::FirstEntry(List& l, const QString& texto) {
+    if (l.known != l.combo->ListCount()) {
+        l.first.clear();
+        l.known = 0;
+        for (int i = 0; i < l.combo->ListCount(); ++i) Index(l, l.combo->List(i));
+    }
+    return l.first.value(texto, -1);
+}
+
+void PartnerLists::AddItem(vb::ComboBox* lista, const QString& entrada) {
+    lista->AddItem(entrada);
+    for (List& l : lists_)
+        if (l.combo == lista && l.known == lista->ListCount() - 1) Index(l, entrada);
+}
+
 void PartnerLists::SetVisible(bool on) {
     for (const List& l : lists_) vb::SetVisible(l.combo, on);
 }
 
 void PartnerLists::Llenar() {
-    for (const List& l : lists_) l.combo->Clear();
-    for (const List& l : lists_) Fill(l);
+    for (List& l : lists_) {
+        l.combo->Clear();
+        l.first.clear();
+        l.known = 0;
+    }
+    for (List& l : lists_) Fill(l);
 }
 
-void PartnerLists::Fill(const List& l) {
+void PartnerLists::Fill(List& l) {
     const QString columna = T.Column(l.stem);
     auto Registro = BaseDatos->OpenRecordset("SELECT * FROM " + T.table + " ORDER BY " + columna);
     bool nombreVacio = false;
     while (!Registro->Eof()) {
         const QString valor = TextoCampo(*Registro, columna);
-        if (l.name && valor.isEmpty()) nombreVacio = true;
-        else l.combo->AddItem(valor);
+        if (l.name && valor.isEmpty()) {
+            nombreVacio = true;
+        } else {
+            l.combo->AddItem(valor);
+            Index(l, valor);
+        }
         Registro->MoveNext();
     }
     // However many rows have no name, the list has one empty entry, at the end.
-    if (nombreVacio) l.combo->AddItem(QString());
+    if (nombreVacio) {
+        l.combo->AddItem(QString());
+        Index(l, QString());
+    }
 }
 
 void PartnerLists::Lista_GotFocus(const QString& palabra) { CampoBusqueda = palabra; }
@@ -106,7 +144,7 @@ QString PartnerLists::SentenciaBusqueda(const QString& palabra, const QString& t
 }
 
 void PartnerLists::buscanif() {
-    const List* enUso = Find(CampoBusqueda);
+    List* enUso = Find(CampoBusqueda);
     if (!enUso) return;
     SetText(enUso->box, enUso->combo->Text());
     auto Registro = BaseDatos->OpenRecordset(SentenciaBusqueda(enUso->palabra, vb::UCase(Text(enUso->box))));
@@ -116,16 +154,12 @@ void PartnerLists::buscanif() {
     }
     // Two records of the same name: the first row the engine gives is the one
     // shown, and the other lists follow it.
-    for (const List& otra : lists_) {
+    for (List& otra : lists_) {
         if (&otra == enUso) continue;
-        const QString valor = TextoCampo(*Registro, T.Column(otra.stem));
-        int posicion = 0; // stays at the first entry when nothing matches
-        for (int i = 0; i < otra.combo->ListCount(); ++i) {
-            if (otra.combo->List(i) == valor) {
-                posicion = i;
-                break;
-            }
-        }
+        // The first entry equal to the record's column; the first of the list
+        // when none is.
+        int posicion = FirstEntry(otra, TextoCampo(*Registro, T.Column(otra.stem)));
+        if (posicion < 0) posicion = 0;
         otra.combo->SetListIndex(posicion);
         SetText(otra.box, otra.combo->Text());
     }

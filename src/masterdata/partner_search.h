@@ -25,6 +25,7 @@
 #include "masterdata/partner_table.h"
 #include "runtime/forms.h"
 
+#include <QHash>
 #include <QString>
 #include <functional>
 #include <vector>
@@ -82,6 +83,9 @@ public:
     // The statement of a search word and the text it looks for.
     QString SentenciaBusqueda(const QString& palabra, const QString& texto) const;
 
+    // Adds an entry at the end of a list (a name changed in modify mode).
+    void AddItem(vb::ComboBox* lista, const QString& entrada);
+
 private:
     struct List {
         QString palabra;     // "NIF"
@@ -89,8 +93,17 @@ private:
         vb::ComboBox* combo; // Combonif
         QWidget* box;        // Textnif
         bool name;           // a name list: empty names make one empty entry at the end
+        // The position of the first entry of each text: what walking the list
+        // from entry 0 finds, without walking 50,000 entries on every search.
+        // It stands for the list while it has as many entries as it knows of.
+        QHash<QString, int> first;
+        int known = 0;
     };
-    void Fill(const List& l);
+    void Fill(List& l);
+    static void Index(List& l, const QString& entrada);
+    // The first entry equal to the text, or -1.
+    static int FirstEntry(List& l, const QString& texto);
+    List* Find(const QString& palabra);
     const List* Find(const QString& palabra) const;
 
     const PartnerTable& T;

@@ -128,6 +128,38 @@ TEST_F(PartnerSearch, AListNotInUseSearchesNothing) {
     EXPECT_EQ(w.Listas.CampoBusqueda, "NIF");
 }
 
+// The other lists are set on the first entry equal to the record's column, as
+// a walk from entry 0 finds it, also after entries are added to a list.
+TEST_F(PartnerSearch, TheOtherListsAreSetOnTheFirstEqualEntry) {
+    Customer("clientes", "C1", "A111", "LA MISMA SL", "UNO");
+    Customer("clientes", "C2", "B222", "LA MISMA SL", "DOS");
+    Customer("clientes", "C3", "C333", "OTRA SL", "TRES");
+    Open<vel::Fclientes> w;
+    w.Listas.Llenar();
+    w.Listas.CampoBusqueda = "NIF";
+    w.List("Combonif")->SetListIndex(1);
+    w.Listas.Lista_Click("NIF");
+    EXPECT_EQ(w.List("Combonombrefiscal")->ListIndex(), 0);
+    // A name added at the end (a name changed while modifying) is found there.
+    w.Listas.AddItem(w.List("Combonombrefiscal"), "NUEVA SL");
+    db->Execute("UPDATE clientes SET nombrefiscal_cliente = 'NUEVA SL' WHERE nif_cliente = 'C333'");
+    w.List("Combonif")->SetListIndex(2);
+    w.Listas.Lista_Click("NIF");
+    EXPECT_EQ(w.List("Combonombrefiscal")->ListIndex(), 3);
+    // An entry added to a list by other means is seen too.
+    w.List("Combocodigo")->AddItem("C9");
+    db->Execute("UPDATE clientes SET codigo_cliente = 'C9' WHERE nif_cliente = 'C333'");
+    w.List("Combonif")->SetListIndex(2);
+    w.Listas.Lista_Click("NIF");
+    EXPECT_EQ(w.List("Combocodigo")->ListIndex(), 3);
+    EXPECT_EQ(w.Text("Textcodigo"), "C9");
+    // A column no entry equals: the first entry is chosen.
+    db->Execute("UPDATE clientes SET nombrecomercial_cliente = 'NINGUNO' WHERE nif_cliente = 'C333'");
+    w.List("Combonif")->SetListIndex(2);
+    w.Listas.Lista_Click("NIF");
+    EXPECT_EQ(w.List("Combonombrecomercial")->ListIndex(), 0);
+}
+
 TEST_F(PartnerSearch, ATextNotFoundIsReportedInTheTablesWords) {
     Customer("clientes", "C1", "A111", "UNO", "UNO");
     Customer("proveedores", "P1", "A111", "UNO", "UNO");
