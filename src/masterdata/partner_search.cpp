@@ -2,7 +2,8 @@
 
 #include "core/record_store.h"
 #include "core/session.h"
-#include "masterdata/modeless_window.h"
+#include "core/sql_values.h"
+#include "core/window_controls.h"
 #include "runtime/msgbox.h"
 #include "runtime/vb.h"
 
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <stdexcept>
 
 namespace vel {
 
@@ -20,10 +20,7 @@ const QString kDobleClick = QStringLiteral("> > > Doble click para seleccionar <
 
 template <class W>
 W* Required(QWidget* window, const QString& name) {
-    W* w = window->findChild<W*>(name);
-    if (!w)
-        throw std::logic_error(QStringLiteral("%1 has no control %2").arg(window->objectName(), name).toStdString());
-    return w;
+    return ControlRequerido<W>(window, name);
 }
 
 void SetText(QWidget* w, const QString& text) {

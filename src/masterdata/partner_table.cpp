@@ -1,5 +1,6 @@
 #include "masterdata/partner_table.h"
 
+#include "core/sql_values.h"
 #include "runtime/vb.h"
 
 namespace vel {
@@ -109,11 +110,10 @@ namespace {
 // A field's value as it stands in the statement.
 QString SqlValue(PartnerValue how, const char* mask, const QString& text) {
     switch (how) {
-    case PartnerValue::Upper: return "'" + vb::UCase(text) + "'";
-    case PartnerValue::AsTyped: return "'" + text + "'";
+    case PartnerValue::Upper: return sql::ComillasMayusculas(text);
+    case PartnerValue::AsTyped: return sql::Comillas(text);
     case PartnerValue::Number:
-    case PartnerValue::ListText:
-        return mask ? vb::Format(vb::Val(text), QLatin1String(mask)) : vb::CStr(vb::Val(text));
+    case PartnerValue::ListText: return mask ? sql::NumeroConMascara(text, QLatin1String(mask)) : sql::Numero(text);
     case PartnerValue::Check: return text;
     }
     return text;
@@ -128,7 +128,7 @@ QString PartnerInsert(const PartnerTable& t, const PartnerReader& value) {
         const PartnerValue how = t.numberInInsert.contains(control) ? PartnerValue::Number : f.value;
         values << SqlValue(how, f.valueMask, value(control));
     }
-    return "INSERT INTO " + t.table + " VALUES (" + values.join(QStringLiteral(", ")) + ")";
+    return "INSERT INTO " + t.table + " VALUES (" + sql::Valores(values) + ")";
 }
 
 QString PartnerUpdate(const PartnerTable& t, const PartnerReader& value) {
@@ -138,11 +138,11 @@ QString PartnerUpdate(const PartnerTable& t, const PartnerReader& value) {
         sets << t.Column(f.stem) + " = " + SqlValue(f.value, f.valueMask, value(QLatin1String(f.control)));
     }
     return "UPDATE " + t.table + " SET " + sets.join(QStringLiteral(", ")) + " WHERE " + t.Column("nif") +
-           " = '" + vb::UCase(value(QStringLiteral("Textnif"))) + "'";
+           " = " + sql::ComillasMayusculas(value(QStringLiteral("Textnif")));
 }
 
 QString PartnerDelete(const PartnerTable& t, const QString& nif) {
-    return "DELETE FROM " + t.table + " WHERE " + t.Column("nif") + " = '" + nif + "'";
+    return "DELETE FROM " + t.table + " WHERE " + t.Column("nif") + " = " + sql::Comillas(nif);
 }
 
 } // namespace vel

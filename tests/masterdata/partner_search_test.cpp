@@ -95,15 +95,13 @@ TEST_F(PartnerSearch, EachListFindsTheRecordAndSetsTheOtherThree) {
     struct Case { const char* word; const char* list; int index; };
     for (const Case& c : {Case{"NIF", "Combonif", 1}, Case{"CODIGO", "Combocodigo", 1},
                           Case{"FISCAL", "Combonombrefiscal", 1}, Case{"COMERCIAL", "Combonombrecomercial", 1}}) {
-        // Start from the first customer, then choose the second in the list.
-        // (The window is not opened here: the lists' Click is called by hand.)
+        // Start from the first customer, then choose the second in the list:
+        // choosing an entry raises the list's Click.
         w.Listas.CampoBusqueda = "NIF";
         w.List("Combonif")->SetListIndex(0);
-        w.Listas.Lista_Click("NIF");
         EXPECT_EQ(w.Text("Textnif"), "A111") << c.word;
         w.Listas.Lista_GotFocus(c.word);
         w.List(c.list)->SetListIndex(c.index);
-        w.Listas.Lista_Click(c.word);
         EXPECT_EQ(w.Text("Textnif"), "B222") << c.word;
         EXPECT_EQ(w.Text("Textcodigo"), "C2") << c.word;
         EXPECT_EQ(w.Text("Textnombrefiscal"), "ZAPATERIA SUR SL") << c.word;
@@ -122,7 +120,6 @@ TEST_F(PartnerSearch, AListNotInUseSearchesNothing) {
     w.Listas.Llenar();
     w.Listas.CampoBusqueda = "CODIGO";
     w.List("Combonif")->SetListIndex(1);
-    w.Listas.Lista_Click("NIF");
     EXPECT_EQ(w.Text("Textnif"), "");
     w.Listas.Lista_GotFocus("NIF");
     EXPECT_EQ(w.Listas.CampoBusqueda, "NIF");
@@ -138,25 +135,21 @@ TEST_F(PartnerSearch, TheOtherListsAreSetOnTheFirstEqualEntry) {
     w.Listas.Llenar();
     w.Listas.CampoBusqueda = "NIF";
     w.List("Combonif")->SetListIndex(1);
-    w.Listas.Lista_Click("NIF");
     EXPECT_EQ(w.List("Combonombrefiscal")->ListIndex(), 0);
     // A name added at the end (a name changed while modifying) is found there.
     w.Listas.AddItem(w.List("Combonombrefiscal"), "NUEVA SL");
     db->Execute("UPDATE clientes SET nombrefiscal_cliente = 'NUEVA SL' WHERE nif_cliente = 'C333'");
     w.List("Combonif")->SetListIndex(2);
-    w.Listas.Lista_Click("NIF");
     EXPECT_EQ(w.List("Combonombrefiscal")->ListIndex(), 3);
     // An entry added to a list by other means is seen too.
     w.List("Combocodigo")->AddItem("C9");
     db->Execute("UPDATE clientes SET codigo_cliente = 'C9' WHERE nif_cliente = 'C333'");
     w.List("Combonif")->SetListIndex(2);
-    w.Listas.Lista_Click("NIF");
     EXPECT_EQ(w.List("Combocodigo")->ListIndex(), 3);
     EXPECT_EQ(w.Text("Textcodigo"), "C9");
     // A column no entry equals: the first entry is chosen.
     db->Execute("UPDATE clientes SET nombrecomercial_cliente = 'NINGUNO' WHERE nif_cliente = 'C333'");
     w.List("Combonif")->SetListIndex(2);
-    w.Listas.Lista_Click("NIF");
     EXPECT_EQ(w.List("Combonombrecomercial")->ListIndex(), 0);
 }
 
