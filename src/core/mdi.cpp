@@ -329,6 +329,10 @@ vb::Form* MDI::Abrir(const QString& entry) {
     form->setObjectName(it->second.window);
     QMdiSubWindow* sub = area_->addSubWindow(form);
     sub->setAttribute(Qt::WA_DeleteOnClose);
+    // A click on a label or a frame of the window leaves the focus where it is,
+    // as in the forms runtime: the frame of a child window takes no focus of its
+    // own, so no LostFocus runs for a box the user merely clicked away from.
+    sub->setFocusPolicy(Qt::NoFocus);
     sub->setWindowTitle(form->windowTitle());
     connect(form, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
     form->Load();

@@ -129,7 +129,12 @@ void PartnerLists::Fill(List& l) {
     }
 }
 
-void PartnerLists::Lista_GotFocus(const QString& palabra) { CampoBusqueda = palabra; }
+// The list takes the search; as any field, it selects its whole text, so that a
+// name typed into an editable list replaces the one shown.
+void PartnerLists::Lista_GotFocus(const QString& palabra) {
+    CampoBusqueda = palabra;
+    if (const List* l = Find(palabra)) vb::SelectAll(l->combo);
+}
 
 void PartnerLists::Lista_Click(const QString& palabra) {
     if (CampoBusqueda == palabra) buscanif();

@@ -67,7 +67,8 @@ public:
     void Llenar();
     void SetVisible(bool on);
 
-    // GotFocus of a list: CampoBusqueda takes its word.
+    // GotFocus of a list: CampoBusqueda takes its word; the list's text is
+    // selected.
     void Lista_GotFocus(const QString& palabra);
     // Click of a list: buscanif, only when CampoBusqueda is the list's word, so
     // that the positions buscanif gives the other lists start no search.
