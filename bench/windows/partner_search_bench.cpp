@@ -162,6 +162,27 @@ public:
     using vel::Fclientes::Vista;
 };
 
+// Consultar to a window ready for input: the four lists filled, the first
+// customer found by buscanif and shown by muestradatos with its five lookups,
+// the focus in the NIF list and every event the clicks left behind handled.
+void BM_Consultar(benchmark::State& state) {
+    shop();
+    Ventana w;
+    w.Load();
+    w.show();
+    QApplication::processEvents();
+    for (auto _ : state) {
+        w.Commandconsultar_Click();
+        QApplication::processEvents();
+        state.PauseTiming();
+        w.Commandcancelar_Click();
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+    if (shop().boxes.shown) state.SkipWithError("a message box was shown");
+}
+BENCHMARK(BM_Consultar)->Unit(benchmark::kMillisecond)->Iterations(5);
+
 // The engine alone: the four statements stepped through the C interface, the
 // shown column read as text.
 void BM_ListFill_Engine(benchmark::State& state) {
