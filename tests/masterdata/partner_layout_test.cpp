@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -152,6 +153,21 @@ TEST(PartnerLayout, EachListLiesOverItsBoxAndIsWider) {
         const bool names = QLatin1String(list) == "Combonombrefiscal" || QLatin1String(list) == "Combonombrecomercial";
         EXPECT_EQ(C<vb::ComboBox>(&w, list)->isEditable(), names) << list;
     }
+}
+
+// What a lookup label says, a short name or the invitation to a double click,
+// moves no frame.
+TEST(PartnerLayout, TheLabelsOfTheLookupsMoveNoFrame) {
+    vel::Fclientes w;
+    w.resize(1000, 600);
+    w.show();
+    const QRect personales = C<QGroupBox>(&w, "Framepersonales")->geometry();
+    const QRect facturacion = C<QGroupBox>(&w, "Framefacturacion")->geometry();
+    for (const char* label : {"Labelbanco", "Labelsucursal", "Labelformapago", "Labeliva", "Labeltienda"})
+        C<QLabel>(&w, label)->setText(QStringLiteral("> > > Doble click para seleccionar < < <"));
+    w.layout()->activate();
+    EXPECT_EQ(C<QGroupBox>(&w, "Framepersonales")->geometry(), personales);
+    EXPECT_EQ(C<QGroupBox>(&w, "Framefacturacion")->geometry(), facturacion);
 }
 
 // Through the frames in order: personal data, contacts, billing, others; each
