@@ -29,6 +29,9 @@ PartnerWindow::PartnerWindow(const PartnerWindowData& data, QWidget* parent)
     SetCaption(D.titulo);
     ui->Textnif->setMaxLength(D.longitudNif);
     ui->Textnumerocuenta->setText(D.textoNumerocuenta);
+    // The tariff list is designed with its five entries and none chosen: "N"
+    // chooses the first.
+    ui->Combotarifa->setCurrentIndex(-1);
 
     // Every data field, in the order of the customer record: what Texto flips.
     QList<QWidget*> campos;
