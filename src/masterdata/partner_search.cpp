@@ -192,6 +192,9 @@ const std::vector<PartnerLookup>& PartnerView::Lookups() {
 PartnerView::PartnerView(QWidget* window, const PartnerTable& table, const PartnerViewOptions& options)
     : window_(window), T(table), options_(options) {
     for (const PartnerField& f : T.Fields()) Required<QWidget>(window_, QLatin1String(f.control));
+    // A window has the lookups whose code box it has; each needs its label.
+    for (const PartnerLookup& l : Lookups())
+        if (window_->findChild<QWidget*>(QLatin1String(l.box))) Etiqueta(l);
 }
 
 QWidget* PartnerView::Control(const QString& name) const { return Required<QWidget>(window_, name); }
