@@ -51,6 +51,10 @@ void ComboBox::hookEdit() {
     hooked_ = lineEdit();
     // The runtime's combo completes nothing by itself: what is typed stays typed.
     setCompleter(nullptr);
+    // Nor does it choose an entry when the typing ends: a text that equals an
+    // entry, left by the focus, raises no Click (a name added to the list as the
+    // list loses the focus is not chosen, and searched, by that).
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
         if (!quiet_) emit Change();
     });

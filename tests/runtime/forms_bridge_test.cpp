@@ -140,6 +140,21 @@ TEST_F(FormsBridge, EditableComboChangeFiresForTypingAndForCodeButNotForSelectio
     EXPECT_EQ(form->log, (QStringList{"Combo1_Change:9", "Combo1_Click:01 UNO", "Text1_LostFocus", "Combo1_Change:4"}));
 }
 
+// Typing the text of an entry into an editable combo and leaving it chooses
+// nothing: what is typed stays typed, and no Click runs.
+TEST_F(FormsBridge, LeavingAnEditableComboWithAnEntrysTextRaisesNoClick) {
+    form->Combo1->setEditable(true);
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->AddItem("02 DOS");
+    vb::SetFocus(form->Combo1);
+    form->Combo1->lineEdit()->selectAll();
+    QTest::keyClicks(form->Combo1, "02 DOS");
+    vb::SetFocus(form->Text2);
+    EXPECT_EQ(form->Combo1->ListIndex(), -1);
+    EXPECT_EQ(form->Combo1->Text(), "02 DOS");
+    EXPECT_FALSE(form->log.contains("Combo1_Click:02 DOS")) << form->log.join(", ").toStdString();
+}
+
 TEST_F(FormsBridge, FocusSentBackFromLostFocusArrivesWithItsGotFocusAndSelection) {
     // As after "Registro duplicado": the field takes the focus back, and its
     // GotFocus selects the text so that typing replaces it.
