@@ -112,21 +112,17 @@ void PartnerLists::Fill(List& l) {
     const QString columna = T.Column(l.stem);
     auto Registro = BaseDatos->OpenRecordset("SELECT * FROM " + T.table + " ORDER BY " + columna);
     bool nombreVacio = false;
+    QStringList entradas;
     while (!Registro->Eof()) {
         const QString valor = TextoCampo(*Registro, columna);
-        if (l.name && valor.isEmpty()) {
-            nombreVacio = true;
-        } else {
-            l.combo->AddItem(valor);
-            Index(l, valor);
-        }
+        if (l.name && valor.isEmpty()) nombreVacio = true;
+        else entradas << valor;
         Registro->MoveNext();
     }
     // However many rows have no name, the list has one empty entry, at the end.
-    if (nombreVacio) {
-        l.combo->AddItem(QString());
-        Index(l, QString());
-    }
+    if (nombreVacio) entradas << QString();
+    l.combo->AddItems(entradas);
+    for (const QString& e : entradas) Index(l, e);
 }
 
 // The list takes the search; as any field, it selects its whole text, so that a

@@ -74,6 +74,19 @@ void ComboBox::AddItem(const QString& item) {
     quiet_ = false;
 }
 
+void ComboBox::AddItems(const QStringList& items) {
+    hookEdit();
+    quiet_ = true;
+    const int index = currentIndex();
+    const QString text = isEditable() ? currentText() : QString();
+    addItems(items);
+    if (index < 0 && currentIndex() >= 0) {
+        setCurrentIndex(-1);
+        if (isEditable()) lineEdit()->setText(text);
+    }
+    quiet_ = false;
+}
+
 void ComboBox::RemoveItem(int index) {
     quiet_ = true;
     removeItem(index);

@@ -129,6 +129,20 @@ TEST_F(FormsBridge, ComboClickFiresOnSelectionNotOnAddItemOrClear) {
     EXPECT_EQ(form->Combo1->ListCount(), 0);
 }
 
+// Many entries added in one step are as many AddItem: in order, none chosen,
+// no Click.
+TEST_F(FormsBridge, AddingEntriesInOneStepChoosesNothing) {
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->AddItems({"02 DOS", "03 TRES"});
+    EXPECT_EQ(form->Combo1->ListCount(), 3);
+    EXPECT_EQ(form->Combo1->List(2), "03 TRES");
+    EXPECT_EQ(form->Combo1->ListIndex(), -1);
+    form->Combo1->SetListIndex(1);
+    form->Combo1->AddItems({"04 CUATRO"});
+    EXPECT_EQ(form->Combo1->ListIndex(), 1);
+    EXPECT_EQ(form->log, (QStringList{"Combo1_Click:02 DOS"}));
+}
+
 TEST_F(FormsBridge, EditableComboChangeFiresForTypingAndForCodeButNotForSelection) {
     form->Combo1->setEditable(true);
     form->Combo1->AddItem("01 UNO");
