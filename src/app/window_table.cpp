@@ -3,8 +3,10 @@
 #include "masterdata/estructura.h"
 #include "masterdata/farticulos.h"
 #include "masterdata/falmacenes.h"
+#include "masterdata/fclientes.h"
 #include "masterdata/fformapago.h"
 #include "masterdata/foperador.h"
+#include "masterdata/fproveedores.h"
 #include "masterdata/ftienda.h"
 #include "masterdata/sucursales.h"
 #include "masterdata/tipoiva.h"
@@ -24,6 +26,8 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuArchivoItemMantenimientoalmacenes", {"Falmacenes", [] { return new Falmacenes; }}},
         {"MnuArchivoItemMantenimientooperadores", {"Foperador", [] { return new Foperador; }}},
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
+        {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
+        {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
     };
     return table;
 }

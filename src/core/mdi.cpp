@@ -384,6 +384,10 @@ vb::Form* MDI::Abrir(const QString& entry) {
     auto* marco = new MarcoFijo(form);
     QMdiSubWindow* sub = area_->addSubWindow(marco);
     sub->setAttribute(Qt::WA_DeleteOnClose);
+    // A click on a label or a frame of the window leaves the focus where it is,
+    // as in the forms runtime: the frame of a child window takes no focus of its
+    // own, so no LostFocus runs for a box the user merely clicked away from.
+    sub->setFocusPolicy(Qt::NoFocus);
     sub->setWindowTitle(form->windowTitle());
     connect(form, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
     form->Load();

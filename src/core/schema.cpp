@@ -251,7 +251,10 @@ std::vector<Table> buildTables() {
     // Customers: the NIF is the record (every UPDATE and DELETE names it), and
     // the window leaves a repeated NIF to the engine: a second customer with
     // the same NIF fails as a duplicate key. The customer code is a second,
-    // searchable code that two customers may share: a plain index.
+    // searchable code that two customers may share: a plain index. The fiscal
+    // and commercial names are searched too, and every window that finds a
+    // customer lists all of them in the order of each of the four: a plain
+    // index on each name, so that those lists are read in order, not sorted.
     {
         std::vector<Column> c = partnerStart("_cliente");
         const auto rest = suffixed({{"codigotarifa", N},
@@ -269,7 +272,10 @@ std::vector<Table> buildTables() {
                                     {"iban", T}},
                                    "_cliente");
         c.insert(c.end(), rest.begin(), rest.end());
-        t.push_back({"clientes", c, {"nif_cliente"}, {{"codigo_cliente"}}});
+        t.push_back({"clientes",
+                     c,
+                     {"nif_cliente"},
+                     {{"codigo_cliente"}, {"nombrefiscal_cliente"}, {"nombrecomercial_cliente"}}});
     }
     // Suppliers: as customers. The branch code is a text column; a new
     // supplier's INSERT writes it as a bare number (0012 is stored as '12') and
@@ -279,7 +285,10 @@ std::vector<Table> buildTables() {
         const auto rest = suffixed(
             {{"mailing", N}, {"nombrefiscal", T}, {"alta", D}, {"observaciones", T}, {"iban", T}}, "_proveedor");
         c.insert(c.end(), rest.begin(), rest.end());
-        t.push_back({"proveedores", c, {"nif_proveedor"}, {{"codigo_proveedor"}}});
+        t.push_back({"proveedores",
+                     c,
+                     {"nif_proveedor"},
+                     {{"codigo_proveedor"}, {"nombrefiscal_proveedor"}, {"nombrecomercial_proveedor"}}});
     }
 
     // Document counters: invoicing delivery notes, when the year has no 'FD'

@@ -51,6 +51,10 @@ void ComboBox::hookEdit() {
     hooked_ = lineEdit();
     // The runtime's combo completes nothing by itself: what is typed stays typed.
     setCompleter(nullptr);
+    // Nor does it choose an entry when the typing ends: a text that equals an
+    // entry, left by the focus, raises no Click (a name added to the list as the
+    // list loses the focus is not chosen, and searched, by that).
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
         if (!quiet_) emit Change();
     });
@@ -64,6 +68,19 @@ void ComboBox::AddItem(const QString& item) {
     addItem(item);
     if (index < 0 && currentIndex() >= 0) {
         // Adding to a list selects nothing.
+        setCurrentIndex(-1);
+        if (isEditable()) lineEdit()->setText(text);
+    }
+    quiet_ = false;
+}
+
+void ComboBox::AddItems(const QStringList& items) {
+    hookEdit();
+    quiet_ = true;
+    const int index = currentIndex();
+    const QString text = isEditable() ? currentText() : QString();
+    addItems(items);
+    if (index < 0 && currentIndex() >= 0) {
         setCurrentIndex(-1);
         if (isEditable()) lineEdit()->setText(text);
     }

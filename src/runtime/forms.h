@@ -51,6 +51,8 @@ class ComboBox : public QComboBox {
 public:
     explicit ComboBox(QWidget* parent = nullptr);
     void AddItem(const QString& item);
+    // AddItem of each entry in order, in one step (lists of thousands).
+    void AddItems(const QStringList& items);
     void RemoveItem(int index);
     void Clear();                 // empties the list and the text; no Click
     int ListCount() const { return count(); }

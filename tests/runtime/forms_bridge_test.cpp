@@ -133,6 +133,20 @@ TEST_F(FormsBridge, ComboClickFiresOnSelectionNotOnAddItemOrClear) {
     EXPECT_EQ(form->Combo1->ListCount(), 0);
 }
 
+// Many entries added in one step are as many AddItem: in order, none chosen,
+// no Click.
+TEST_F(FormsBridge, AddingEntriesInOneStepChoosesNothing) {
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->AddItems({"02 DOS", "03 TRES"});
+    EXPECT_EQ(form->Combo1->ListCount(), 3);
+    EXPECT_EQ(form->Combo1->List(2), "03 TRES");
+    EXPECT_EQ(form->Combo1->ListIndex(), -1);
+    form->Combo1->SetListIndex(1);
+    form->Combo1->AddItems({"04 CUATRO"});
+    EXPECT_EQ(form->Combo1->ListIndex(), 1);
+    EXPECT_EQ(form->log, (QStringList{"Combo1_Click:02 DOS"}));
+}
+
 TEST_F(FormsBridge, EditableComboChangeFiresForTypingAndForCodeButNotForSelection) {
     form->Combo1->setEditable(true);
     form->Combo1->AddItem("01 UNO");
@@ -142,6 +156,21 @@ TEST_F(FormsBridge, EditableComboChangeFiresForTypingAndForCodeButNotForSelectio
     form->Combo1->lineEdit()->selectAll();
     QTest::keyClicks(form->Combo1, "4");
     EXPECT_EQ(form->log, (QStringList{"Combo1_Change:9", "Combo1_Click:01 UNO", "Text1_LostFocus", "Combo1_Change:4"}));
+}
+
+// Typing the text of an entry into an editable combo and leaving it chooses
+// nothing: what is typed stays typed, and no Click runs.
+TEST_F(FormsBridge, LeavingAnEditableComboWithAnEntrysTextRaisesNoClick) {
+    form->Combo1->setEditable(true);
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->AddItem("02 DOS");
+    vb::SetFocus(form->Combo1);
+    form->Combo1->lineEdit()->selectAll();
+    QTest::keyClicks(form->Combo1, "02 DOS");
+    vb::SetFocus(form->Text2);
+    EXPECT_EQ(form->Combo1->ListIndex(), -1);
+    EXPECT_EQ(form->Combo1->Text(), "02 DOS");
+    EXPECT_FALSE(form->log.contains("Combo1_Click:02 DOS")) << form->log.join(", ").toStdString();
 }
 
 TEST_F(FormsBridge, FocusSentBackFromLostFocusArrivesWithItsGotFocusAndSelection) {

@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QTabBar>
@@ -76,13 +77,20 @@ QString entries(const QStringList& items) {
 
 // ---- Text boxes, labels, buttons ---------------------------------------------------
 
+// A text box, one line or several (notes).
 class TextBoxKind : public ControlKind {
 public:
-    bool fits(QWidget* w) const override { return qobject_cast<QLineEdit*>(w); }
-    QStringList state(QWidget* w) const override { return {"Text=" + Quote(static_cast<QLineEdit*>(w)->text())}; }
+    bool fits(QWidget* w) const override { return qobject_cast<QLineEdit*>(w) || qobject_cast<QPlainTextEdit*>(w); }
+    QStringList state(QWidget* w) const override { return {"Text=" + Quote(text(w))}; }
     std::optional<QString> property(QWidget* w, const QString& prop) const override {
-        if (prop == QLatin1String("Text")) return static_cast<QLineEdit*>(w)->text();
+        if (prop == QLatin1String("Text")) return text(w);
         return std::nullopt;
+    }
+
+private:
+    static QString text(QWidget* w) {
+        if (auto* t = qobject_cast<QLineEdit*>(w)) return t->text();
+        return static_cast<QPlainTextEdit*>(w)->toPlainText();
     }
 };
 

@@ -20,6 +20,8 @@
 #include "scenario/services.h"
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -165,6 +167,7 @@ private:
             {"dblclick", &Driver::dblclick},
             {"focus", &Driver::focus},
             {"type", &Driver::type},
+            {"paste", &Driver::paste},
             {"key", &Driver::key},
             {"select", &Driver::select},
             {"tab", &Driver::tab},
@@ -431,6 +434,17 @@ private:
             }
             Settle();
         }
+    }
+
+    // The text goes on the clipboard and Ctrl+V is pressed in the control: a
+    // paste, which raises no KeyPress for the letters it brings.
+    void paste(const Line& line) {
+        QWidget* c = visible(line, 1);
+        giveFocus(c);
+        QGuiApplication::clipboard()->setText(line.arg(2));
+        QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : keyTarget(c);
+        QTest::keyClick(target, Qt::Key_V, Qt::ControlModifier);
+        Settle();
     }
 
     static Qt::Key keyOf(const QString& name) {
