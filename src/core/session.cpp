@@ -2,6 +2,7 @@
 #include "core/mdi.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
+#include "runtime/vb.h"
 
 namespace vel {
 
@@ -17,6 +18,13 @@ void Main() {
     // Show loads the window first: MDIForm_Load runs before it appears.
     mdi->MDIForm_Load();
     mdi->show();
+}
+
+QString LeeClientePrograma() {
+    vb::InputFile config = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini"));
+    QString ClientePrograma = config.next();
+    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
+    return ClientePrograma;
 }
 
 void CloseSession() {
