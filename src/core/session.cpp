@@ -3,6 +3,7 @@
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
+#include <sqlite3.h>
 
 namespace vel {
 
@@ -34,6 +35,10 @@ void CloseSession() {
     }
     delete BaseCatalogo;
     BaseCatalogo = nullptr;
+    // A clean exit leaves datos.mdb whole: what the log holds is written into it
+    // first, and closing the last connection then removes the log files.
+    if (BaseDatos)
+        sqlite3_wal_checkpoint_v2(BaseDatos->handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
     delete BaseDatos;
     BaseDatos = nullptr;
 }
