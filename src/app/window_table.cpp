@@ -7,6 +7,7 @@
 #include "masterdata/ftienda.h"
 #include "masterdata/sucursales.h"
 #include "masterdata/tipoiva.h"
+#include "pos/ftpv.h"
 
 // Windows, one include and one line each.
 
@@ -22,6 +23,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuArchivoItemMantenimientoalmacenes", {"Falmacenes", [] { return new Falmacenes; }}},
         {"MnuArchivoItemMantenimientooperadores", {"Foperador", [] { return new Foperador; }}},
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
+        {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
     };
     return table;
 }
