@@ -13,10 +13,10 @@
 #include "runtime/clock.h"
 #include "runtime/errors.h"
 #include "runtime/key_up.h"
+#include "runtime/listbox.h"
 #include "runtime/msgbox.h"
 #include "runtime/vb.h"
 
-#include <QListWidget>
 
 namespace vel {
 
@@ -62,8 +62,7 @@ FTpv::FTpv(QWidget* parent) : vb::Form(parent), ui(std::make_unique<Ui::FTpv>())
     OnClick(ui->CommandConfig, [this] { CommandConfig_Click(); });
     OnClick(ui->CommandSuspender, [this] { CommandSuspender_Click(); });
     OnClick(ui->ComboTienda, [this] { ComboTienda_Click(); });
-    connect(ui->ListTicket, &QListWidget::itemDoubleClicked, this,
-            [this] { vb::RunEvent([this] { ListTicket_DblClick(); }); });
+    OnDblClick(ui->ListTicket, [this] { ListTicket_DblClick(); });
 
     // The KeyUp of every control calls Pulsar.
     for (QWidget* control : std::initializer_list<QWidget*>{
@@ -76,8 +75,6 @@ FTpv::FTpv(QWidget* parent) : vb::Form(parent), ui(std::make_unique<Ui::FTpv>())
 }
 
 FTpv::~FTpv() = default;
-
-QListWidget* FTpv::ListTicket() const { return ui->ListTicket; }
 
 void FTpv::Form_Load() {
     Borrar();
@@ -224,12 +221,12 @@ void FTpv::CommandAñadir_Click() {
         ui->TextUnidades->text().isEmpty())
         return;
     // The last sale's total and change stay on view until its next article.
-    if (ListTicket()->count() == 0) {
+    if (ui->ListTicket->ListCount() == 0) {
         ui->Labeltotal->setText("0");
         ui->LabelCambio->setText("0");
     }
     const double G = Val(ui->TextUnidades->text()) * Val(ui->TextImporte->text());
-    ListTicket()->addItem(ticket::Entrada(ui->Textreferencia->text(), ui->Textdescripcion->text(),
+    ui->ListTicket->AddItem(ticket::Entrada(ui->Textreferencia->text(), ui->Textdescripcion->text(),
                                           ticket::TextoPorcentaje(ivaactual_), ui->TextUnidades->text(),
                                           Format(G, kMascaraImporte)));
     MueveImportes(G, +1);
@@ -238,9 +235,9 @@ void FTpv::CommandAñadir_Click() {
 
 // A double click takes a line back to the entry row and out of the ticket.
 void FTpv::ListTicket_DblClick() {
-    const int indice = ListTicket()->currentRow();
+    const int indice = ui->ListTicket->ListIndex();
     if (indice < 0) return; // no line chosen: nothing to take back
-    const QString L = ListTicket()->item(indice)->text();
+    const QString L = ui->ListTicket->List(indice);
     ui->Textreferencia->setText(ticket::Referencia(L));
     ui->Textdescripcion->setText(ticket::Descripcion(L));
     ivaactual_ = static_cast<float>(Val(ticket::Porcentaje(L)));
@@ -248,7 +245,7 @@ void FTpv::ListTicket_DblClick() {
     const double importe = Val(ticket::Importe(L));
     ui->TextImporte->setText(Format(vb::Divide(importe, Val(ui->TextUnidades->text())), kMascaraImporte));
     MueveImportes(importe, -1);
-    delete ListTicket()->takeItem(indice);
+    ui->ListTicket->RemoveItem(indice);
     vb::SetFocus(ui->TextUnidades);
 }
 
@@ -308,11 +305,11 @@ void FTpv::TextEntregado_KeyPress(int& KeyAscii) {
 // The sale is stored before its ticket is printed: the counter first, then the
 // header, then the lines, one statement at a time.
 void FTpv::CommandCobrar_Click() {
-    if (ListTicket()->count() < 1) return;
+    if (ui->ListTicket->ListCount() < 1) return;
     CargarNumeroTicket();
     GuardarContador(*BaseDatos, Documento::Ticket, Tienda(), Ejercicio(), ui->ComboTicket->Text());
     BaseDatos->Execute(SentenciaCabecera());
-    for (int i = 0; i < ListTicket()->count(); ++i) BaseDatos->Execute(SentenciaLinea(ListTicket()->item(i)->text()));
+    for (int i = 0; i < ui->ListTicket->ListCount(); ++i) BaseDatos->Execute(SentenciaLinea(ui->ListTicket->List(i)));
     Borrar();
     CargarNumeroTicket();
     vb::SetFocus(ui->Textreferencia);
@@ -358,12 +355,12 @@ void FTpv::Borrar() {
     for (QLabel* etiqueta : {ui->LabelImporte, ui->LabelIva1, ui->LabelIva2, ui->LabelIva3, ui->LabelIva1Total,
                              ui->LabelIva2Total, ui->LabelIva3Total})
         etiqueta->setText("");
-    ListTicket()->clear();
+    ui->ListTicket->Clear();
     // Labeltotal and LabelCambio stay: the last sale remains on view.
 }
 
 void FTpv::CommandAnular_Click() {
-    if (ListTicket()->count() > 0) {
+    if (ui->ListTicket->ListCount() > 0) {
         if (vb::MsgBox(" ¿Desea anular el ticket actual?", vb::vbYesNo, "Advertencia") == vb::vbYes) Borrar();
     }
     vb::SetFocus(ui->Textreferencia);

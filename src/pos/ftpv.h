@@ -21,8 +21,6 @@
 #include <QString>
 #include <memory>
 
-class QListWidget;
-
 namespace Ui { class FTpv; }
 
 namespace vel {
@@ -82,7 +80,6 @@ private:
     // The money of a line goes into (+1) or out of (-1) LabelImporte, Labeltotal
     // and the VAT slot of its rate.
     void MueveImportes(double importe, int signo);
-    QListWidget* ListTicket() const;
 
     std::unique_ptr<Ui::FTpv> ui;
     float ivaactual_ = 0;

@@ -1,23 +1,17 @@
 #include "runtime/beep.h"
+#include "runtime/environment.h"
 #include <QApplication>
 
 namespace vb {
 
-namespace {
-BeepListener& listener() {
-    static BeepListener l;
-    return l;
-}
-} // namespace
-
 void Beep() {
-    if (listener()) {
-        listener()();
+    if (const auto& listener = CurrentEnvironment().beep) {
+        listener();
         return;
     }
     QApplication::beep();
 }
 
-void SetBeepListener(BeepListener l) { listener() = std::move(l); }
+void SetBeepListener(BeepListener listener) { CurrentEnvironment().beep = std::move(listener); }
 
 } // namespace vb
