@@ -10,6 +10,7 @@
 #include "masterdata/ftienda.h"
 #include "masterdata/sucursales.h"
 #include "masterdata/tipoiva.h"
+#include "pos/ftpv.h"
 
 // Windows, one include and one line each.
 
@@ -28,6 +29,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
         {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
+        {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
     };
     return table;
 }

@@ -3,6 +3,7 @@
 #include "core/schema.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
+#include "runtime/vb.h"
 #include <sqlite3.h>
 
 namespace vel {
@@ -22,6 +23,13 @@ void Main() {
     // Show loads the window first: MDIForm_Load runs before it appears.
     mdi->MDIForm_Load();
     mdi->show();
+}
+
+QString LeeClientePrograma() {
+    vb::InputFile config = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini"));
+    QString ClientePrograma = config.next();
+    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
+    return ClientePrograma;
 }
 
 void CloseSession() {

@@ -18,6 +18,12 @@ void Main();
 // restart, and the real program's exit).
 void CloseSession();
 
+// The installation tag as the windows that read only it take it in their
+// Form_Load (products, invoices, the point of sale): the first value of
+// config.ini, an empty value meaning FERROBANDA. There is no trap around the
+// read: a missing config.ini is an untrapped error and ends the program.
+QString LeeClientePrograma();
+
 // Default installation tag and store.
 inline const QString kClienteProgramaPorDefecto = QStringLiteral("FERROBANDA");
 inline const QString kTiendaProgramaPorDefecto = QStringLiteral("1");

@@ -39,6 +39,8 @@ struct Environment {
     // Where printed pages go; nullptr sends them to the system's printers and
     // PDF files (printer.h). Tests put the recording printer here.
     PrintEnvironment* printers = nullptr;
+    // Hears each Beep instead of the platform's bell; empty rings the bell.
+    std::function<void()> beep;
 };
 
 // The environment in force. The runtime reads it; the shorthands SetAppPath,

@@ -89,7 +89,8 @@ public:
                                              .clock = QDateTime(QDate(2026, 11, 21), QTime(10, 0, 0)),
                                              .programFolder = folder_,
                                              .onEnd = [this] { ended_ = true; },
-                                             .printers = &printers_});
+                                             .printers = &printers_,
+                                             .beep = [this] { *out_ += QStringLiteral("  beep\n"); }});
         // The program's windows and the test fixtures, each under its own name.
         windows_ = vel::WindowTable();
         for (const auto& [name, create] : testWindows()) windows_[name] = {name, create};
