@@ -1,27 +1,77 @@
 #include "core/maintenance_window.h"
 
-#include "core/record_store.h"
-#include "core/session.h"
-#include "runtime/msgbox.h"
+#include "core/window_controls.h"
 #include "runtime/vb.h"
+
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QTextEdit>
 
 namespace vel {
 
+namespace {
+
+// Empties one control of Borrar's list, by its kind; false for a kind that
+// holds nothing to empty.
+bool Vaciar(QWidget* w, bool soloComprobar) {
+    if (auto* caja = qobject_cast<QLineEdit*>(w)) {
+        if (!soloComprobar) caja->setText(QString());
+    } else if (auto* texto = qobject_cast<QPlainTextEdit*>(w)) {
+        if (!soloComprobar) texto->setPlainText(QString());
+    } else if (auto* rico = qobject_cast<QTextEdit*>(w)) {
+        if (!soloComprobar) rico->setPlainText(QString());
+    } else if (auto* casilla = qobject_cast<QCheckBox*>(w)) {
+        if (!soloComprobar) vb::SetValue(casilla, 0);
+    } else if (auto* etiqueta = qobject_cast<vb::Label*>(w)) {
+        if (!soloComprobar) etiqueta->SetCaption(QString());
+    } else if (auto* rotulo = qobject_cast<QLabel*>(w)) {
+        if (!soloComprobar) rotulo->setText(QString());
+    } else if (auto* combo = qobject_cast<vb::ComboBox*>(w)) {
+        if (!soloComprobar) combo->Clear();
+    } else if (auto* lista = qobject_cast<QListWidget*>(w)) {
+        if (!soloComprobar) lista->clear();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+QString NombreDe(const QWidget* w) { return w->objectName(); }
+
+} // namespace
+
 MaintenanceWindow::MaintenanceWindow(QWidget* parent) : vb::Form(parent) {}
 
-void MaintenanceWindow::MontarVentana(const QList<QLineEdit*>& campos) {
-    Textcodigo = vb::Control<QLineEdit>(this, QStringLiteral("Textcodigo"));
-    Textnombre = vb::Control<QLineEdit>(this, QStringLiteral("Textnombre"));
-    Combocodigo = vb::Control<vb::ComboBox>(this, QStringLiteral("Combocodigo"));
-    Commandnuevo = vb::Control<QPushButton>(this, QStringLiteral("Commandnuevo"));
-    Commandmodificar = vb::Control<QPushButton>(this, QStringLiteral("Commandmodificar"));
-    Commandconsultar = vb::Control<QPushButton>(this, QStringLiteral("Commandconsultar"));
-    Commandborrar = vb::Control<QPushButton>(this, QStringLiteral("Commandborrar"));
-    Commandaceptar = vb::Control<QPushButton>(this, QStringLiteral("Commandaceptar"));
-    Commandcancelar = vb::Control<QPushButton>(this, QStringLiteral("Commandcancelar"));
-    Q_ASSERT(Textcodigo && Textnombre && Combocodigo && Commandnuevo && Commandmodificar &&
-             Commandconsultar && Commandborrar && Commandaceptar && Commandcancelar);
-    Campos = campos;
+void MaintenanceWindow::MontarVentana(const ControlesMantenimiento& c) {
+    const BotonesMantenimiento& b = c.botones;
+    const std::pair<QPushButton*, const char*> botones[] = {
+        {b.Commandnuevo, "Commandnuevo"},         {b.Commandmodificar, "Commandmodificar"},
+        {b.Commandconsultar, "Commandconsultar"}, {b.Commandborrar, "Commandborrar"},
+        {b.Commandaceptar, "Commandaceptar"},     {b.Commandcancelar, "Commandcancelar"},
+    };
+    for (const auto& [boton, nombre] : botones)
+        ExigirControl(this, boton, QString::fromLatin1(nombre), "QPushButton");
+    if (c.texto.isEmpty())
+        throw ControlFaltante(this, QStringLiteral("de Texto"), QStringLiteral("no tiene ningún control"));
+    for (int i = 0; i < c.texto.size(); ++i)
+        ExigirControl(this, c.texto[i], QStringLiteral("%1 de Texto").arg(i + 1), "QWidget");
+    for (int i = 0; i < c.flipaBotones.size(); ++i)
+        ExigirControl(this, c.flipaBotones[i], QStringLiteral("%1 de Botones").arg(i + 1), "QWidget");
+    for (int i = 0; i < c.intro.size(); ++i)
+        ExigirControl(this, c.intro[i], QStringLiteral("%1 de Intro").arg(i + 1), "QWidget");
+    const QList<QWidget*>& borrar = c.borrar.isEmpty() ? c.texto : c.borrar;
+    for (int i = 0; i < borrar.size(); ++i) {
+        ExigirControl(this, borrar[i], QStringLiteral("%1 de Borrar").arg(i + 1), "QWidget");
+        if (!Vaciar(borrar[i], true))
+            throw ControlFaltante(this, NombreDe(borrar[i]), QStringLiteral("no se puede vaciar en Borrar"));
+    }
+
+    static_cast<BotonesMantenimiento&>(*this) = b;
+    texto_ = c.texto;
+    borrar_ = borrar;
+    botones_ = c.flipaBotones.isEmpty()
+                   ? QList<QWidget*>{Commandnuevo, Commandborrar, Commandconsultar, Commandmodificar, Commandaceptar}
+                   : c.flipaBotones;
 
     OnClick(Commandnuevo, [this] { Commandnuevo_Click(); });
     OnClick(Commandmodificar, [this] { Commandmodificar_Click(); });
@@ -29,188 +79,74 @@ void MaintenanceWindow::MontarVentana(const QList<QLineEdit*>& campos) {
     OnClick(Commandborrar, [this] { Commandborrar_Click(); });
     OnClick(Commandaceptar, [this] { Commandaceptar_Click(); });
     OnClick(Commandcancelar, [this] { Commandcancelar_Click(); });
-    OnClick(Combocodigo, [this] { Combocodigo_Click(); });
-    OnKeyPress(Combocodigo, [this](int& KeyAscii) { Combocodigo_KeyPress(KeyAscii); });
-    OnLostFocus(Textcodigo, [this] { Textcodigo_LostFocus(); });
-    OnChange(Textcodigo, [this] { Textcodigo_Change(); });
 
     // Every text box of the window (not the edit part of a combo): Enter moves
     // on, and the box selects its whole text when it gets the focus.
     for (QLineEdit* caja : findChildren<QLineEdit*>()) {
         if (qobject_cast<QComboBox*>(caja->parentWidget())) continue;
         OnKeyPress(caja, [this, caja](int& KeyAscii) { Texto_KeyPress(caja, KeyAscii); });
-        OnGotFocus(caja, [caja] { vb::SelectAll(caja); });
+        OnGotFocus(caja, [this, caja] { Texto_GotFocus(caja); });
     }
+    for (QWidget* control : c.intro) OnKeyPress(control, [](int& KeyAscii) { IntroComoTabulador(KeyAscii); });
 }
 
 // ---- The three procedures ---------------------------------------------------
 
 void MaintenanceWindow::Borrar() {
-    for (QLineEdit* campo : Campos) campo->setText(QString());
+    for (QWidget* control : borrar_) Vaciar(control, false);
 }
 
 void MaintenanceWindow::Texto() {
-    for (QLineEdit* campo : Campos) vb::ToggleEnabled(campo);
+    for (QWidget* control : texto_) vb::ToggleEnabled(control);
 }
 
 void MaintenanceWindow::Botones() {
-    vb::ToggleEnabled(Commandnuevo);
-    vb::ToggleEnabled(Commandborrar);
-    vb::ToggleEnabled(Commandconsultar);
-    vb::ToggleEnabled(Commandmodificar);
-    vb::ToggleEnabled(Commandaceptar);
+    for (QWidget* boton : botones_) vb::ToggleEnabled(boton);
 }
 
-// ---- Events ---------------------------------------------------------------------
+// ---- Idle, modes and Cancelar -------------------------------------------------
 
 void MaintenanceWindow::Form_Load() {
-    // The fields are built enabled: the first Texto disables them.
     Texto();
-    vb::SetVisible(Combocodigo, false);
     ModoVentana = QString();
 }
 
-void MaintenanceWindow::Commandnuevo_Click() {
-    ModoVentana = QStringLiteral("N");
-    Texto();
+bool MaintenanceWindow::EnModo() const {
+    return !vb::Enabled(Commandnuevo) && !vb::Enabled(Commandmodificar) && !vb::Enabled(Commandconsultar) &&
+           !vb::Enabled(Commandborrar);
+}
+
+void MaintenanceWindow::SalirDelModo() {
     Botones();
-    vb::SetFocus(Textcodigo);
-}
-
-void MaintenanceWindow::Commandmodificar_Click() {
-    ModoVentana = QStringLiteral("M");
     Texto();
-    BotonesDeModo();
-    LlenarCombocodigo();
-}
-
-// Consult and delete leave the fields disabled: no Texto here.
-void MaintenanceWindow::Commandconsultar_Click() {
-    ModoVentana = QStringLiteral("O");
-    BotonesDeModo();
-    LlenarCombocodigo();
-}
-
-void MaintenanceWindow::Commandborrar_Click() {
-    ModoVentana = QStringLiteral("B");
-    BotonesDeModo();
-    LlenarCombocodigo();
-}
-
-void MaintenanceWindow::LlenarCombocodigo() {
-    vb::SetVisible(Combocodigo, true);
-    Combocodigo->Clear();
-    auto Registro = BaseDatos->OpenRecordset(SentenciaLista());
-    while (!Registro->Eof()) {
-        Combocodigo->AddItem(EntradaCombo(*Registro));
-        Registro->MoveNext();
-    }
-    if (Combocodigo->ListCount() >= 1) {
-        Combocodigo->SetListIndex(0); // raises Combocodigo_Click
-        vb::SetFocus(Combocodigo);
-    } else {
-        vb::MsgBox(QStringLiteral("No hay datos disponibles"), vb::vbOKOnly);
-        vb::SetVisible(Combocodigo, false);
-        Commandcancelar_Click();
-    }
+    Borrar();
+    // Consult and delete never enabled the fields: flip them back off.
+    if (ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("O")) Texto();
 }
 
 void MaintenanceWindow::Commandcancelar_Click() {
-    const bool enModo = !vb::Enabled(Commandnuevo) && !vb::Enabled(Commandmodificar) &&
-                        !vb::Enabled(Commandconsultar) && !vb::Enabled(Commandborrar);
-    if (enModo) {
-        Botones();
-        Texto();
-        Borrar();
-        // Consult and delete never enabled the fields: flip them back off.
-        if (ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("O")) Texto();
-        vb::SetVisible(Combocodigo, false);
+    if (EnModo()) {
+        SalirDelModo();
         ModoVentana = QString();
     } else {
-        // Idle: Cancelar is how the window is closed.
         Unload();
-    }
-}
-
-void MaintenanceWindow::Commandaceptar_Click() {
-    if (ModoVentana == QLatin1String("N")) {
-        if (Textcodigo->text() != QString() && Textnombre->text() != QString()) {
-            BaseDatos->Execute(SentenciaInsertar());
-            // The window stays in "N", ready for the next record.
-            Borrar();
-            vb::SetFocus(Textcodigo);
-        } else {
-            vb::MsgBox(QStringLiteral("Se necesita un Código y un Nombre"), vb::vbOKOnly,
-                       QStringLiteral("Atención"));
-            vb::SetFocus(Textcodigo);
-        }
-    } else if (ModoVentana == QLatin1String("M")) {
-        if (Textcodigo->text() != QString() && Textnombre->text() != QString()) {
-            // The statement takes the code box as it stands, not the combo's
-            // entry: an overtyped code updates another record, or none.
-            BaseDatos->Execute(SentenciaModificar());
-            if (Combocodigo->ListCount() >= 1) {
-                Combocodigo->SetListIndex(0);
-                vb::SetFocus(Combocodigo);
-            } else {
-                vb::MsgBox(QStringLiteral("No hay datos disponibles"), vb::vbOKOnly);
-                vb::SetVisible(Combocodigo, false);
-                Commandcancelar_Click();
-            }
-        } else {
-            vb::MsgBox(QStringLiteral("Se necesita un Código y un Nombre"), vb::vbOKOnly,
-                       QStringLiteral("Atención"));
-            vb::SetFocus(Textnombre);
-        }
-    } else if (ModoVentana == QLatin1String("B")) {
-        // 276 = Yes/No + critical icon + second button (No) default.
-        if (vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el registro?"), 276,
-                       QStringLiteral("Advertencia")) == vb::vbYes) {
-            BaseDatos->Execute(SentenciaEliminar());
-            // Botones puts the buttons back as idle, and Commandborrar_Click flips
-            // them into "B" again and refills the list: the window stays in "B"
-            // on the next record.
-            Botones();
-            Commandborrar_Click();
-        }
-    } else if (ModoVentana == QLatin1String("O")) {
-        Commandcancelar_Click();
-    }
-}
-
-void MaintenanceWindow::Textcodigo_LostFocus() {
-    // The only guard against a duplicate key, and only as the focus leaves the box.
-    if (ModoVentana == QLatin1String("N") && Textcodigo->text() != QString()) {
-        auto Registro = BaseDatos->OpenRecordset(SentenciaBuscarCodigo(Textcodigo->text()));
-        if (Registro->AbsolutePosition() != -1) {
-            vb::MsgBox(QStringLiteral("Registro duplicado"), vb::vbOKOnly);
-            vb::SetFocus(Textcodigo);
-        }
-    }
-}
-
-void MaintenanceWindow::Textcodigo_Change() {
-    // Meant as a digits-only filter for the code, but it tests a variable of its
-    // own that is never the key the user pressed, so it lets every character
-    // through: the code box takes any text and Val reduces it in the statements.
-    // The windows are used that way; leave it without effect.
-    [[maybe_unused]] int KeyAscii = 0;
-    if (KeyAscii != 8 && (KeyAscii < 48 || KeyAscii > 57)) {
-        KeyAscii = 0;
     }
 }
 
 // ---- Keyboard ---------------------------------------------------------------------
 
-void MaintenanceWindow::IntroComoTabulador(int& KeyAscii) {
-    if (KeyAscii == 13) {
-        KeyAscii = 0;
-        vb::SendKeys(QStringLiteral("{tab}"));
+void MaintenanceWindow::FiltrarTeclas(std::initializer_list<QLineEdit*> cajas, FiltroTeclas filtro) {
+    for (QLineEdit* caja : cajas) {
+        ExigirControl(this, caja, QStringLiteral("con filtro de teclas"), "QLineEdit");
+        filtros_[caja] = filtro;
     }
 }
 
-void MaintenanceWindow::Texto_KeyPress(QLineEdit*, int& KeyAscii) { IntroComoTabulador(KeyAscii); }
+void MaintenanceWindow::Texto_KeyPress(QLineEdit* caja, int& KeyAscii) {
+    IntroComoTabulador(KeyAscii);
+    if (auto filtro = filtros_.find(caja); filtro != filtros_.end()) filtro->second(KeyAscii);
+}
 
-void MaintenanceWindow::Combocodigo_KeyPress(int& KeyAscii) { IntroComoTabulador(KeyAscii); }
+void MaintenanceWindow::Texto_GotFocus(QLineEdit* caja) { vb::SelectAll(caja); }
 
 } // namespace vel

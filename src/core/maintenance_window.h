@@ -1,40 +1,86 @@
-// The maintenance window: the shape shared by the windows that keep one table
-// (stores, warehouses, operators, payment terms and the windows built later on
-// the same lines).
+// The maintenance window: what every window that edits a table through a row of
+// mode buttons shares (stores, payment terms, products, customers, documents).
 //
-// A row of mode buttons, a mode letter ModoVentana, a code combo that appears
-// exactly over the code box in the modes that pick an existing record, and three
-// procedures with fixed names:
-//   Borrar   empties every field text box;
-//   Texto    FLIPS the Enabled of every field text box;
-//   Botones  FLIPS the Enabled of Commandnuevo, Commandborrar, Commandconsultar,
+// A mode letter ModoVentana, six buttons, and three procedures with fixed names:
+//   Borrar   empties the controls the window lists for it;
+//   Texto    FLIPS the Enabled of the widgets the window lists for it: its
+//            field boxes (stores, customers) or its frames (products);
+//   Botones  FLIPS the Enabled of the buttons the window lists for it, by
+//            default Commandnuevo, Commandborrar, Commandconsultar,
 //            Commandmodificar and Commandaceptar.
-// Texto and Botones are toggles, not setters: every round trip calls them an even
-// number of times, and Commandcancelar_Click tells a mode from idle by reading
-// the Enabled of the mode buttons. Don't turn them into setters.
+// Texto and Botones are toggles, not setters: every round trip calls them an
+// even number of times, and Commandcancelar_Click tells a mode from idle by
+// reading the Enabled of the four mode buttons. Don't turn them into setters.
 //
-// States (buttons = Nuevo, Modificar, Consultar, Borrar):
-//   idle  buttons on,  Aceptar off, Cancelar closes,  fields off, combo hidden
-//   "N"   buttons off, Aceptar on,  Cancelar to idle, fields on,  combo hidden
-//   "M"   buttons off, Aceptar on,  Cancelar to idle, fields on,  combo shown
-//   "O"   buttons off, Aceptar on,  Cancelar to idle, fields off, combo shown
-//   "B"   buttons off, Aceptar on,  Cancelar to idle, fields off, combo shown
+// Commandcancelar_Click leaves the mode, or closes the window when idle. Every
+// text box selects its whole text on getting the focus and moves on with Enter
+// as with Tab; a box may also take a key filter (key_filters.h).
 //
-// A window of the pattern derives from MaintenanceWindow, builds its controls
-// (with the pattern's control names), calls MontarVentana() with its field text
-// boxes, and gives its statements and the reading of a record. There is no error
-// trap anywhere in the pattern: a failing statement ends the program.
+// What each mode button does differs from window to window: a window states it
+// in its Commandnuevo_Click ... Commandaceptar_Click. The code-list flow of the
+// small tables (code_list_window.h) is one such statement.
+//
+// A window derives from MaintenanceWindow, builds its .ui, and at the end of its
+// constructor calls MontarVentana with its controls, typed. A control the pattern
+// needs and does not get is a ControlFaltante (window_controls.h) thrown there.
+// There is no error trap anywhere in the pattern: a failing statement ends the
+// program.
 #pragma once
+#include "core/key_filters.h"
 #include "runtime/forms.h"
 #include <QList>
 #include <QPushButton>
 #include <QString>
+#include <map>
 
 namespace vel {
 
-class Recordset;
+// The six buttons of the pattern.
+struct BotonesMantenimiento {
+    QPushButton* Commandnuevo = nullptr;
+    QPushButton* Commandmodificar = nullptr;
+    QPushButton* Commandconsultar = nullptr;
+    QPushButton* Commandborrar = nullptr;
+    QPushButton* Commandaceptar = nullptr;
+    QPushButton* Commandcancelar = nullptr;
+};
 
-class MaintenanceWindow : public vb::Form {
+// The six buttons of a .ui that names them as the pattern does; a .ui without
+// one of them does not compile. A window whose buttons bear other names
+// (CommandAceptar) writes the six out with designated initializers.
+template <class Ui>
+BotonesMantenimiento BotonesDe(const Ui& ui) {
+    return {.Commandnuevo = ui.Commandnuevo,
+            .Commandmodificar = ui.Commandmodificar,
+            .Commandconsultar = ui.Commandconsultar,
+            .Commandborrar = ui.Commandborrar,
+            .Commandaceptar = ui.Commandaceptar,
+            .Commandcancelar = ui.Commandcancelar};
+}
+
+// What a window of the pattern hands over from its .ui. Written with designated
+// initializers, in this order:
+//   MontarVentana({.botones = BotonesDe(*ui),
+//                  .texto = {ui->Textcodigo, ui->Textnombre}});
+struct ControlesMantenimiento {
+    BotonesMantenimiento botones;
+    // What Texto flips: field boxes, or the frames that hold them.
+    QList<QWidget*> texto;
+    // What Borrar empties: text boxes, check boxes (to 0), labels and combos.
+    // Left empty, Borrar empties the widgets of `texto`, which must then all be
+    // of those kinds.
+    QList<QWidget*> borrar;
+    // What Botones flips. Left empty: Nuevo, Borrar, Consultar, Modificar and
+    // Aceptar.
+    QList<QWidget*> flipaBotones;
+    // Controls other than text boxes in which Enter moves on as Tab (combos,
+    // check boxes). Every text box of the window does so already.
+    QList<QWidget*> intro;
+};
+
+// The window keeps the six buttons it was handed as its own members
+// (Commandnuevo ... Commandcancelar).
+class MaintenanceWindow : public vb::Form, protected BotonesMantenimiento {
     Q_OBJECT
 public:
     explicit MaintenanceWindow(QWidget* parent = nullptr);
@@ -44,68 +90,46 @@ public:
 
     // ---- The pattern's procedures -------------------------------------------
     virtual void Borrar();
-    virtual void Texto();
-    virtual void Botones();
-    // How Modificar, Consultar and Borrar turn the buttons to their mode: by
-    // flipping them with Botones. A window that sets them directly says so here.
-    virtual void BotonesDeModo() { Botones(); }
+    void Texto();
+    void Botones();
 
-    // ---- Event procedures ------------------------------------------------------
-    virtual void Commandnuevo_Click();
-    virtual void Commandmodificar_Click();
-    virtual void Commandconsultar_Click();
-    virtual void Commandborrar_Click();
-    virtual void Commandaceptar_Click();
+    // ---- Event procedures of the buttons --------------------------------------
+    virtual void Commandnuevo_Click() = 0;
+    virtual void Commandmodificar_Click() = 0;
+    virtual void Commandconsultar_Click() = 0;
+    virtual void Commandborrar_Click() = 0;
+    virtual void Commandaceptar_Click() = 0;
+    // In a mode (the four mode buttons all disabled): SalirDelModo and back to
+    // idle. Idle: unloads the window; that is how the window is closed.
     virtual void Commandcancelar_Click();
-    // Reads the record of the chosen entry into the text boxes.
-    virtual void Combocodigo_Click() = 0;
-    virtual void Textcodigo_LostFocus();
-    virtual void Textcodigo_Change();
 
 protected:
+    // The fields are designed enabled: the first Texto disables them.
     void Form_Load() override;
 
-    // Finds the pattern's controls by name in the window built by the derived
-    // class, takes the field text boxes (those Texto flips and Borrar empties)
-    // and wires the events. Called once, at the end of the derived constructor.
-    void MontarVentana(const QList<QLineEdit*>& campos);
+    // Checks and keeps the controls, wires the buttons and the keyboard of every
+    // text box. Called once, at the end of the derived constructor.
+    void MontarVentana(const ControlesMantenimiento& controles);
 
-    // Shows the combo, fills it with the keys of the table and selects the first
-    // entry; with an empty table, "No hay datos disponibles" and back to idle.
-    virtual void LlenarCombocodigo();
+    // True when a mode is on: Nuevo, Modificar, Consultar and Borrar all disabled.
+    bool EnModo() const;
+    // What Cancelar does in a mode before ModoVentana is emptied: Botones,
+    // Texto, Borrar, and Texto once more after "B" or "O", which never enabled
+    // the fields.
+    virtual void SalirDelModo();
 
-    // KeyPress of every text box of the window: Enter moves on as Tab.
+    // The box takes only the keys the filter lets through; Enter still moves on.
+    void FiltrarTeclas(std::initializer_list<QLineEdit*> cajas, FiltroTeclas filtro);
+    // KeyPress of every text box: Enter moves on as Tab, then the box's filter.
     virtual void Texto_KeyPress(QLineEdit* caja, int& KeyAscii);
-    // KeyPress of the combo.
-    virtual void Combocodigo_KeyPress(int& KeyAscii);
-    // Enter (13) is discarded and a Tab is sent to the window.
-    static void IntroComoTabulador(int& KeyAscii);
+    // GotFocus of every text box: the whole text is selected.
+    virtual void Texto_GotFocus(QLineEdit* caja);
 
-    // ---- What a window of the pattern states ------------------------------------
-    // The list of keys: "SELECT * FROM tienda ORDER BY codigo_tienda".
-    virtual QString SentenciaLista() const = 0;
-    // The combo entry of the current row of that list: the key text.
-    virtual QString EntradaCombo(const Recordset& rs) const = 0;
-    // The record with the key typed in the code box, for the duplicate test:
-    // "SELECT * FROM tienda WHERE codigo_tienda = " + Val of the text.
-    virtual QString SentenciaBuscarCodigo(const QString& codigo) const = 0;
-    // The statements of Aceptar, built from the text boxes as they stand.
-    virtual QString SentenciaInsertar() const = 0;
-    virtual QString SentenciaModificar() const = 0;
-    virtual QString SentenciaEliminar() const = 0;
-
-    // The pattern's controls.
-    QLineEdit* Textcodigo = nullptr;
-    QLineEdit* Textnombre = nullptr;
-    vb::ComboBox* Combocodigo = nullptr;
-    QPushButton* Commandnuevo = nullptr;
-    QPushButton* Commandmodificar = nullptr;
-    QPushButton* Commandconsultar = nullptr;
-    QPushButton* Commandborrar = nullptr;
-    QPushButton* Commandaceptar = nullptr;
-    QPushButton* Commandcancelar = nullptr;
-    // The field text boxes of Borrar and Texto, Textcodigo first.
-    QList<QLineEdit*> Campos;
+private:
+    QList<QWidget*> texto_;
+    QList<QWidget*> borrar_;
+    QList<QWidget*> botones_;
+    std::map<QLineEdit*, FiltroTeclas> filtros_;
 };
 
 } // namespace vel

@@ -1,4 +1,5 @@
 #include "core/series.h"
+#include "core/sql_values.h"
 #include "runtime/vb.h"
 #include <algorithm>
 
@@ -77,7 +78,7 @@ bool GuardarContador(Database& db, Documento documento, const QString& tienda,
                      const QString& ejercicio, const QString& numero) {
     // The number on screen, not counter + 1: a number typed lower sets the
     // counter back, and one skipped upward stays skipped.
-    const QString number = vb::CStr(vb::Val(numero));
+    const QString number = sql::Numero(numero);
     const QString store = documento == Documento::Factura ? QStringLiteral("0") : tienda;
     const QString word = PalabraSerie(documento);
     const QString year = ejercicio;

@@ -42,8 +42,8 @@ void Bancos::Combobanco_Click() {
     if (rs->AbsolutePosition() == -1) {
         ui->TextoNombre->setText("");
     } else {
-        if (!vb::IsNull(rs->Fields("nombre_banco")))
-            ui->TextoNombre->setText(rs->Fields("nombre_banco").str());
+        // A Null name leaves the box as it was.
+        if (auto nombre = TextoCampoNoNulo(*rs, "nombre_banco")) ui->TextoNombre->setText(*nombre);
     }
     rs->Close();
 }
@@ -60,11 +60,15 @@ void Bancos::BotonAceptar_Click() {
         BaseDatos->Execute("update bancos set nombre_banco='" + ui->TextoNombre->text() +
                            "' where codigo_banco= '" + rs->Fields("codigo_banco").str() + "' ");
     } else {
-        BaseDatos->Execute("insert into bancos values('" + vb::Format(ui->Combobanco->Text(), "0000") +
-                           "','" + ui->TextoNombre->text() + "')");
+        BaseDatos->Execute(SentenciaInsertar());
     }
     vb::SetEnabled(ui->BotonAceptar, false);
     ActualizaCombo();
+}
+
+QString Bancos::SentenciaInsertar() const {
+    return "insert into bancos values('" + vb::Format(ui->Combobanco->Text(), sql::kMascaraCuatroCifras) + "','" +
+           ui->TextoNombre->text() + "')";
 }
 
 void Bancos::BotonBorrar_Click() {

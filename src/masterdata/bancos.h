@@ -22,6 +22,8 @@ public:
 
 protected:
     void Form_Load() override;
+    // The new bank: the code typed, with four digits, and the name as typed.
+    QString SentenciaInsertar() const;
 
 private:
     std::unique_ptr<Ui::Bancos> ui;

@@ -2,18 +2,13 @@
 
 #include "core/record_store.h"
 #include "core/session.h"
-#include "runtime/vb.h"
+#include "core/sql_values.h"
 #include "ui_code_name_window.h"
 
 namespace vel {
 
-namespace {
-// A key or number as it stands in a statement: Val of the text, turned to text.
-QString Numero(const QString& texto) { return vb::CStr(vb::Val(texto)); }
-} // namespace
-
 CodeNameWindow::CodeNameWindow(const CodeNameTable& tabla, QWidget* parent)
-    : MaintenanceWindow(parent), T(tabla), ui(std::make_unique<Ui::CodeNameWindow>()) {
+    : CodeListWindow(parent), T(tabla), ui(std::make_unique<Ui::CodeNameWindow>()) {
     setObjectName(T.ventana);
     ui->setupUi(this);
     SetCaption(T.titulo);
@@ -22,7 +17,9 @@ CodeNameWindow::CodeNameWindow(const CodeNameTable& tabla, QWidget* parent)
     Textotercero->setObjectName(T.campo);
     ui->Labeldireccion->setObjectName(QStringLiteral("Label") + T.campo.mid(4).toLower());
     ui->Labeldireccion->setText(T.etiqueta);
-    MontarVentana({ui->Textcodigo, ui->Textnombre, Textotercero});
+    MontarListaCodigos({.botones = BotonesDe(*ui),
+                        .texto = {ui->Textcodigo, ui->Textnombre, Textotercero}},
+                       {.Textcodigo = ui->Textcodigo, .Textnombre = ui->Textnombre, .Combocodigo = ui->Combocodigo});
 }
 
 CodeNameWindow::~CodeNameWindow() = default;
@@ -45,24 +42,26 @@ QString CodeNameWindow::EntradaCombo(const Recordset& rs) const {
 }
 
 QString CodeNameWindow::SentenciaBuscarCodigo(const QString& codigo) const {
-    return "SELECT * FROM " + T.tabla + " WHERE " + T.clave + " = " + Numero(codigo);
+    return "SELECT * FROM " + T.tabla + " WHERE " + T.clave + " = " + sql::Numero(codigo);
 }
 
 QString CodeNameWindow::SentenciaInsertar() const {
     // The code goes in as typed, where every other statement passes it through Val.
-    return "INSERT INTO " + T.tabla + " VALUES (" + Textcodigo->text() + ", '" +
-           vb::UCase(Textnombre->text()) + "', '" + vb::UCase(Textotercero->text()) + "')";
+    return "INSERT INTO " + T.tabla + " VALUES (" +
+           sql::Valores({Textcodigo->text(), sql::ComillasMayusculas(Textnombre->text()),
+                         sql::ComillasMayusculas(Textotercero->text())}) +
+           ")";
 }
 
 QString CodeNameWindow::SentenciaModificar() const {
     // Two blanks after SET, as the statement has always been written.
-    return "UPDATE " + T.tabla + " SET  " + T.nombre + " = '" + vb::UCase(Textnombre->text()) +
-           "', " + T.tercera + " = '" + vb::UCase(Textotercero->text()) + "' WHERE " + T.clave +
-           " = " + Numero(Textcodigo->text());
+    return "UPDATE " + T.tabla + " SET  " + T.nombre + " = " + sql::ComillasMayusculas(Textnombre->text()) +
+           ", " + T.tercera + " = " + sql::ComillasMayusculas(Textotercero->text()) + " WHERE " + T.clave +
+           " = " + sql::Numero(Textcodigo->text());
 }
 
 QString CodeNameWindow::SentenciaEliminar() const {
-    return "DELETE FROM " + T.tabla + " WHERE " + T.clave + " = " + Numero(Textcodigo->text());
+    return "DELETE FROM " + T.tabla + " WHERE " + T.clave + " = " + sql::Numero(Textcodigo->text());
 }
 
 void CodeNameWindow::Combocodigo_Click() {

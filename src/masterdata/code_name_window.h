@@ -1,9 +1,9 @@
 // The window of a short table of code, name and one free line: stores
 // (Ftienda), warehouses (Falmacenes) and operators (Foperador) are this one
-// window on three tables. It follows the maintenance window pattern with no
-// addition; a window states only its table, columns, caption and third field.
+// window on three tables. It follows the code-list flow of the maintenance
+// window with no addition; a window states only its table, columns, caption and third field.
 #pragma once
-#include "core/maintenance_window.h"
+#include "core/code_list_window.h"
 
 namespace Ui {
 class CodeNameWindow;
@@ -22,7 +22,7 @@ struct CodeNameTable {
     QString etiqueta; // its label: "Dirección"
 };
 
-class CodeNameWindow : public MaintenanceWindow {
+class CodeNameWindow : public CodeListWindow {
     Q_OBJECT
 public:
     explicit CodeNameWindow(const CodeNameTable& tabla, QWidget* parent = nullptr);

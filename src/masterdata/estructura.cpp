@@ -269,9 +269,8 @@ void Estructura::Combo_Click(int n) {
     if (rs->AbsolutePosition() == -1) {
         nivel_[n].texto->setText("");
     } else {
-        const vb::Variant descripcion = rs->Fields(t.columnaDescripcion);
-        if (!vb::IsNull(descripcion))   // a Null leaves the box as it was
-            nivel_[n].texto->setText(descripcion.str());
+        // A Null leaves the box as it was.
+        if (auto descripcion = TextoCampoNoNulo(*rs, t.columnaDescripcion)) nivel_[n].texto->setText(*descripcion);
         rs->Close();
     }
     for (int k = n + 1; k <= Articulo; ++k)
@@ -302,13 +301,18 @@ void Estructura::BotonAceptarNivel_Click(int n) {
         BaseDatos->Execute(Sentencia(t.actualizacion, claves));
         rs->Close();
     } else {
-        // No test that the parents hold a code: an empty parent box stores an
-        // empty parent code.
-        codigos["descripcion"] = c.texto->text();
-        BaseDatos->Execute(Sentencia(t.insercion, codigos));
+        BaseDatos->Execute(SentenciaInsercion(n));
     }
     vb::SetEnabled(c.aceptar, false);
     Actualiza(n);
+}
+
+// No test that the parents hold a code: an empty parent box stores an empty
+// parent code.
+QString Estructura::SentenciaInsercion(int n) const {
+    Valores codigos = CodigosDeCombos();
+    codigos["descripcion"] = nivel_[n].texto->text();
+    return Sentencia(kNiveles[n].insercion, codigos);
 }
 
 void Estructura::BotonBorrarNivel_Click(int n) {

@@ -55,6 +55,8 @@ public:
 
 protected:
     void Form_Load() override;
+    // The new entry of a level, from the combos and the level's description.
+    QString SentenciaInsercion(int nivel) const;
 
 private:
     // The controls of one level's group.

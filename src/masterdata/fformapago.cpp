@@ -2,6 +2,7 @@
 
 #include "core/record_store.h"
 #include "core/session.h"
+#include "core/sql_values.h"
 #include "runtime/vb.h"
 #include "ui_fformapago.h"
 
@@ -10,16 +11,12 @@ namespace vel {
 namespace {
 // dias01_formapago .. dias12_formapago for the boxes 0 .. 11.
 QString ColumnaDias(int i) {
-    return QStringLiteral("dias") + vb::Format(i + 1, QStringLiteral("00")) + QStringLiteral("_formapago");
-}
-// Only digits and Backspace get through; everything else is discarded.
-void SoloDigitos(int& KeyAscii) {
-    if (KeyAscii != 8 && (KeyAscii < 48 || KeyAscii > 57)) KeyAscii = 0;
+    return QStringLiteral("dias") + vb::Format(i + 1, sql::kMascaraDosCifras) + QStringLiteral("_formapago");
 }
 } // namespace
 
 Fformapago::Fformapago(QWidget* parent)
-    : MaintenanceWindow(parent), ui(std::make_unique<Ui::Fformapago>()) {
+    : CodeListWindow(parent), ui(std::make_unique<Ui::Fformapago>()) {
     setObjectName(QStringLiteral("Fformapago"));
     ui->setupUi(this);
     Textvencimientos = ui->Textvencimientos;
@@ -32,7 +29,17 @@ Fformapago::Fformapago(QWidget* parent)
 
     // Texto flips the code, the name and the number of due dates, not the day
     // boxes: those follow the number of due dates (Textvencimientos_LostFocus).
-    MontarVentana({ui->Textcodigo, ui->Textnombre, Textvencimientos});
+    // Borrar empties all fifteen boxes.
+    MontarListaCodigos({.botones = BotonesDe(*ui),
+                        .texto = {ui->Textcodigo, ui->Textnombre, Textvencimientos},
+                        .borrar = {ui->Textcodigo, ui->Textnombre, Textvencimientos, Textven[0], Textven[1],
+                                   Textven[2], Textven[3], Textven[4], Textven[5], Textven[6], Textven[7],
+                                   Textven[8], Textven[9], Textven[10], Textven[11]}},
+                       {.Textcodigo = ui->Textcodigo, .Textnombre = ui->Textnombre, .Combocodigo = ui->Combocodigo});
+    // The number of due dates and the days take digits only.
+    FiltrarTeclas({Textvencimientos, Textven[0], Textven[1], Textven[2], Textven[3], Textven[4], Textven[5],
+                   Textven[6], Textven[7], Textven[8], Textven[9], Textven[10], Textven[11]},
+                  SoloDigitos);
 
     OnClick(OptionC, [this] { OptionC_Click(); });
     OnClick(OptionN, [this] { OptionN_Click(); });
@@ -49,12 +56,6 @@ void Fformapago::Form_Load() {
     for (QLineEdit* caja : Textven) vb::SetEnabled(caja, false);
     vb::SetVisible(Combocodigo, false);
     ModoVentana = QString();
-}
-
-// Borrar empties all fifteen boxes.
-void Fformapago::Borrar() {
-    MaintenanceWindow::Borrar();
-    for (QLineEdit* caja : Textven) caja->setText(QString());
 }
 
 // Consultar, Borrar and Modificar set the buttons one by one instead of flipping
@@ -104,8 +105,8 @@ QString Fformapago::EntradaCombo(const Recordset& rs) const {
 // characters, or a name of fewer than fifty, is searched with its blanks.
 QString Fformapago::SentenciaEntradaElegida() const {
     if (vb::Value(OptionC))
-        return "SELECT * FROM formapago WHERE codigo_formapago = '" + vb::Left(Combocodigo->Text(), 3) + "'";
-    return "SELECT * FROM formapago WHERE nombre_formapago = '" + vb::Left(Combocodigo->Text(), 50) + "'";
+        return "SELECT * FROM formapago WHERE codigo_formapago = " + sql::Comillas(vb::Left(Combocodigo->Text(), 3));
+    return "SELECT * FROM formapago WHERE nombre_formapago = " + sql::Comillas(vb::Left(Combocodigo->Text(), 50));
 }
 
 void Fformapago::Combocodigo_Click() {
@@ -130,48 +131,27 @@ void Fformapago::Textvencimientos_LostFocus() {
     }
 }
 
-// Here the digit filter works, in the real KeyPress of the number boxes.
-void Fformapago::Textvencimientos_KeyPress(int& KeyAscii) {
-    IntroComoTabulador(KeyAscii);
-    SoloDigitos(KeyAscii);
-}
-
-void Fformapago::Textven_KeyPress([[maybe_unused]] int Index, int& KeyAscii) {
-    IntroComoTabulador(KeyAscii);
-    SoloDigitos(KeyAscii);
-}
-
-void Fformapago::Texto_KeyPress(QLineEdit* caja, int& KeyAscii) {
-    if (caja == Textvencimientos) return Textvencimientos_KeyPress(KeyAscii);
-    for (int i = 0; i < 12; ++i)
-        if (caja == Textven[i]) return Textven_KeyPress(i, KeyAscii);
-    MaintenanceWindow::Texto_KeyPress(caja, KeyAscii);
-}
-
 QString Fformapago::SentenciaBuscarCodigo(const QString& codigo) const {
-    return "SELECT * FROM formapago WHERE codigo_formapago = '" + codigo + "'";
+    return "SELECT * FROM formapago WHERE codigo_formapago = " + sql::Comillas(codigo);
 }
 
 QString Fformapago::SentenciaInsertar() const {
-    QString sentencia = "INSERT INTO formapago VALUES ('" + vb::UCase(Textcodigo->text()) + "', '" +
-                        vb::UCase(Textnombre->text()) + "', " + vb::CStr(vb::Val(Textvencimientos->text())) + ", ";
-    for (int i = 0; i < 12; ++i) {
-        sentencia += vb::CStr(vb::Val(Textven[i]->text()));
-        if (i < 11) sentencia += ", ";
-    }
-    return sentencia + ")";
+    QStringList valores = {sql::ComillasMayusculas(Textcodigo->text()), sql::ComillasMayusculas(Textnombre->text()),
+                           sql::Numero(Textvencimientos->text())};
+    for (QLineEdit* caja : Textven) valores << sql::Numero(caja->text());
+    return "INSERT INTO formapago VALUES (" + sql::Valores(valores) + ")";
 }
 
 QString Fformapago::SentenciaModificar() const {
-    QString sentencia = "UPDATE formapago SET  nombre_formapago = '" + vb::UCase(Textnombre->text()) +
-                        "', vencimientos_formapago = " + vb::CStr(vb::Val(Textvencimientos->text()));
+    QString sentencia = "UPDATE formapago SET  nombre_formapago = " + sql::ComillasMayusculas(Textnombre->text()) +
+                        ", vencimientos_formapago = " + sql::Numero(Textvencimientos->text());
     for (int i = 0; i < 12; ++i)
-        sentencia += ", " + ColumnaDias(i) + " = " + vb::CStr(vb::Val(Textven[i]->text()));
-    return sentencia + " WHERE codigo_formapago = '" + vb::UCase(Textcodigo->text()) + "'";
+        sentencia += ", " + ColumnaDias(i) + " = " + sql::Numero(Textven[i]->text());
+    return sentencia + " WHERE codigo_formapago = " + sql::ComillasMayusculas(Textcodigo->text());
 }
 
 QString Fformapago::SentenciaEliminar() const {
-    return "DELETE FROM formapago WHERE codigo_formapago = '" + Textcodigo->text() + "'";
+    return "DELETE FROM formapago WHERE codigo_formapago = " + sql::Comillas(Textcodigo->text());
 }
 
 } // namespace vel

@@ -1,11 +1,12 @@
 // Fformapago: the payment terms. A term is a number of due dates and, for each,
 // the days from the document's date. The window follows the maintenance window
-// pattern, with twelve day boxes Textven(0) .. Textven(11), an order option for
-// its code combo, and these differences: Consultar, Borrar and Modificar set the
-// buttons directly instead of flipping them, the combo entries are fixed-column
-// texts read back by position, and the number boxes take digits only.
+// pattern's code-list flow, with twelve day boxes Textven(0) .. Textven(11), an
+// order option for its code combo, and these differences: Consultar, Borrar and
+// Modificar set the buttons directly instead of flipping them, the combo entries
+// are fixed-column texts read back by position, and the number boxes take
+// digits only.
 #pragma once
-#include "core/maintenance_window.h"
+#include "core/code_list_window.h"
 #include <QRadioButton>
 #include <array>
 
@@ -15,23 +16,19 @@ class Fformapago;
 
 namespace vel {
 
-class Fformapago : public MaintenanceWindow {
+class Fformapago : public CodeListWindow {
     Q_OBJECT
 public:
     explicit Fformapago(QWidget* parent = nullptr);
     ~Fformapago() override;
 
-    void Borrar() override;
     void Combocodigo_Click() override;
     void OptionC_Click();
     void OptionN_Click();
     void Textvencimientos_LostFocus();
-    void Textvencimientos_KeyPress(int& KeyAscii);
-    void Textven_KeyPress(int Index, int& KeyAscii);
 
 protected:
     void Form_Load() override;
-    void Texto_KeyPress(QLineEdit* caja, int& KeyAscii) override;
 
     QString SentenciaLista() const override;
     QString EntradaCombo(const Recordset& rs) const override;

@@ -31,11 +31,6 @@ void LlenaCombo(vb::ComboBox* combo, const QString& sql,
         combo->SetListIndex(0);
 }
 
-QString TextoCampo(const Recordset& rs, const QString& columna) {
-    const vb::Variant v = rs.Fields(columna);
-    return vb::IsNull(v) ? QString() : v.str();
-}
-
 void BorradoConPregunta(Recordset& rs, const QString& noExiste, const QString& pregunta,
                         const std::function<void(Recordset&)>& borrar) {
     if (rs.AbsolutePosition() == -1) {
@@ -83,10 +78,6 @@ void ModelessWindow::CadenaEnter(std::initializer_list<QWidget*> cadena) {
 bool ModelessWindow::CodigoNumerico(const vb::ComboBox* combo) {
     const QString text = combo->Text();
     return !text.isEmpty() && vb::IsNumeric(text);
-}
-
-QString ModelessWindow::ComoNumero(const QString& text) {
-    return vb::CStr(vb::Val(text));
 }
 
 } // namespace vel

@@ -14,6 +14,7 @@
 // question through the free functions below.
 #pragma once
 #include "core/record_store.h"
+#include "core/sql_values.h"
 #include "runtime/forms.h"
 #include <QString>
 #include <functional>
@@ -44,9 +45,6 @@ void PintaSinFoco(QWidget* box);
 void LlenaCombo(vb::ComboBox* combo, const QString& sql,
                 const std::function<QString(const Recordset&)>& entrada);
 
-// The text of a field joined to a string: a Null field joins as nothing.
-QString TextoCampo(const Recordset& rs, const QString& columna);
-
 // The delete flow on a looked-up row:
 //  - no row: noExiste under "Error", information icon;
 //  - a row: pregunta under "Confirmacion de borrado de datos", Yes/No; on Yes
@@ -75,8 +73,6 @@ protected:
     void CadenaEnter(std::initializer_list<QWidget*> cadena);
     // The precondition of every handler: the code combo holds a number.
     static bool CodigoNumerico(const vb::ComboBox* combo);
-    // The code combo's text as a number, joined to the statement.
-    static QString ComoNumero(const QString& text);
 
     void Campo_GotFocus(QLineEdit* box, QPushButton* botonAceptar);
     void Campo_LostFocus(QLineEdit* box);

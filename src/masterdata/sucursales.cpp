@@ -34,7 +34,7 @@ QString Sucursales::Banco() const {
 }
 
 QString Sucursales::Sucursal() const {
-    return vb::Format(ui->Combosucursal->Text(), "0000");
+    return vb::Format(ui->Combosucursal->Text(), sql::kMascaraCuatroCifras);
 }
 
 void Sucursales::ActualizaComboBancos() {
@@ -78,10 +78,9 @@ void Sucursales::Combosucursal_Click() {
         ui->TextoNombre->setText("");
         ui->TextoDireccion->setText("");
     } else {
-        if (!vb::IsNull(rs->Fields("nombre_sucursal")))
-            ui->TextoNombre->setText(rs->Fields("nombre_sucursal").str());
-        if (!vb::IsNull(rs->Fields("direccion_sucursal")))
-            ui->TextoDireccion->setText(rs->Fields("direccion_sucursal").str());
+        // A Null leaves its box as it was.
+        if (auto nombre = TextoCampoNoNulo(*rs, "nombre_sucursal")) ui->TextoNombre->setText(*nombre);
+        if (auto direccion = TextoCampoNoNulo(*rs, "direccion_sucursal")) ui->TextoDireccion->setText(*direccion);
     }
     rs->Close();
 }
@@ -101,11 +100,15 @@ void Sucursales::BotonAceptar_Click() {
                            rs->Fields("codigo_banco").str() + "' and codigo_sucursal='" +
                            vb::Left(sucursal, 4) + "'");
     } else {
-        BaseDatos->Execute("insert into bancos_sucursales values('" + sucursal + "','" + banco + "','" +
-                           ui->TextoNombre->text() + "','" + ui->TextoDireccion->text() + "')");
+        BaseDatos->Execute(SentenciaInsertar(banco, sucursal));
     }
     vb::SetEnabled(ui->BotonAceptar, false);
     ActualizaComboSucursal();
+}
+
+QString Sucursales::SentenciaInsertar(const QString& banco, const QString& sucursal) const {
+    return "insert into bancos_sucursales values('" + sucursal + "','" + banco + "','" + ui->TextoNombre->text() +
+           "','" + ui->TextoDireccion->text() + "')";
 }
 
 void Sucursales::BotonBorrar_Click() {

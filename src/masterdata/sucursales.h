@@ -27,6 +27,8 @@ public:
 
 protected:
     void Form_Load() override;
+    // The new branch: the branch code first, then the bank, name and address.
+    QString SentenciaInsertar(const QString& banco, const QString& sucursal) const;
 
 private:
     // The bank: the first four characters of the bank entry ("0001 NOMBRE").

@@ -42,16 +42,15 @@ void TipoIva::Comboiva_Click() {
     if (!CodigoNumerico(ui->Comboiva))
         return;
     auto rs = BaseDatos->OpenRecordset("select * from iva where codigo_iva=" +
-                                       ComoNumero(ui->Comboiva->Text()));
+                                       sql::Numero(ui->Comboiva->Text()));
     if (rs->AbsolutePosition() == -1) {
         VaciaCampos();
     } else {
-        if (!vb::IsNull(rs->Fields("iva")))
-            ui->TextoIva->setText(rs->Fields("iva").str());
-        if (!vb::IsNull(rs->Fields("retencion")))
-            ui->TextoRetencion->setText(rs->Fields("retencion").str());
-        if (!vb::IsNull(rs->Fields("RecargoEquivalencia")))
-            ui->TextoRecargoEquivalencia->setText(rs->Fields("RecargoEquivalencia").str());
+        // A Null leaves its box as it was.
+        if (auto iva = TextoCampoNoNulo(*rs, "iva")) ui->TextoIva->setText(*iva);
+        if (auto retencion = TextoCampoNoNulo(*rs, "retencion")) ui->TextoRetencion->setText(*retencion);
+        if (auto recargo = TextoCampoNoNulo(*rs, "RecargoEquivalencia"))
+            ui->TextoRecargoEquivalencia->setText(*recargo);
     }
     rs->Close();
 }
@@ -59,7 +58,7 @@ void TipoIva::Comboiva_Click() {
 void TipoIva::BotonAceptar_Click() {
     if (!CodigoNumerico(ui->Comboiva))
         return;   // a code that is not a number: nothing at all happens
-    const QString codigo = ComoNumero(ui->Comboiva->Text());
+    const QString codigo = sql::Numero(ui->Comboiva->Text());
     for (QLineEdit* box : {ui->TextoIva, ui->TextoRetencion, ui->TextoRecargoEquivalencia})
         if (box->text().isEmpty())
             box->setText("0");
@@ -67,15 +66,13 @@ void TipoIva::BotonAceptar_Click() {
     auto rs = BaseDatos->OpenRecordset("select codigo_iva from iva where codigo_iva= " + codigo);
     if (rs->AbsolutePosition() != -1) {
         // The update turns each value into a number and back into text...
-        BaseDatos->Execute("update iva set iva=" + ComoNumero(ui->TextoIva->text()) +
-                           ",retencion=" + ComoNumero(ui->TextoRetencion->text()) +
-                           ",RecargoEquivalencia=" + ComoNumero(ui->TextoRecargoEquivalencia->text()) +
+        BaseDatos->Execute("update iva set iva=" + sql::Numero(ui->TextoIva->text()) +
+                           ",retencion=" + sql::Numero(ui->TextoRetencion->text()) +
+                           ",RecargoEquivalencia=" + sql::Numero(ui->TextoRecargoEquivalencia->text()) +
                            " where codigo_iva= " + rs->Fields("codigo_iva").str());
     } else {
         // ...while the insert takes them as they stand in the boxes.
-        BaseDatos->Execute("insert into iva values(" + codigo + "," + ui->TextoIva->text() + "," +
-                           ui->TextoRetencion->text() + "," + ui->TextoRecargoEquivalencia->text() +
-                           ") ");
+        BaseDatos->Execute(SentenciaInsertar(codigo));
     }
     vb::SetEnabled(ui->BotonAceptar, false);
     ActualizaCombo();
@@ -85,7 +82,7 @@ void TipoIva::BotonBorrar_Click() {
     if (!CodigoNumerico(ui->Comboiva))
         return;
     auto rs = BaseDatos->OpenRecordset("select * from iva where codigo_iva=" +
-                                       ComoNumero(ui->Comboiva->Text()) + " ");
+                                       sql::Numero(ui->Comboiva->Text()) + " ");
     BorradoConPregunta(*rs, "No existe el codigo de iva", "¿Esta seguro de borrar este codigo de iva?",
                        [this](Recordset& fila) {
                            BaseDatos->Execute("delete *  from iva where codigo_iva=" +
@@ -94,6 +91,11 @@ void TipoIva::BotonBorrar_Click() {
                            VaciaCampos();
                        });
     ActualizaCombo();
+}
+
+QString TipoIva::SentenciaInsertar(const QString& codigo) const {
+    return "insert into iva values(" + codigo + "," + ui->TextoIva->text() + "," + ui->TextoRetencion->text() + "," +
+           ui->TextoRecargoEquivalencia->text() + ") ";
 }
 
 void TipoIva::Texto_Change(QLineEdit* box) {

@@ -25,6 +25,8 @@ public:
 
 protected:
     void Form_Load() override;
+    // The new type: the code as Val gives it, the percentages as they stand.
+    QString SentenciaInsertar(const QString& codigo) const;
 
 private:
     void VaciaCampos();

@@ -1,0 +1,49 @@
+// How a value stands in the text of a statement, and how a field is read back.
+//
+// Statements are built by concatenation, with no parameters and no escaping:
+//   text       between single quotes, as it stands         'Calle Real'
+//   upper case between single quotes, upper-cased first    'CALLE REAL'
+//   number     Val of the text, turned to text: Val reads the longest leading
+//              number with a point as decimal mark, so "12A" gives 12, "12,5"
+//              gives 12 and an empty box gives 0
+//   masked     Val of the text through Format with a mask   "7" with "00": 07
+// An apostrophe inside a text is not handled: it breaks the statement, which is
+// how the program has always behaved.
+#pragma once
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace vel {
+
+class Recordset;
+
+namespace sql {
+
+// The masks statements and boxes use for numbers.
+inline const QString kMascaraDosCifras = QStringLiteral("00");        // control digits, months
+inline const QString kMascaraCuatroCifras = QStringLiteral("0000");   // banks, branches
+inline const QString kMascaraDosDecimales = QStringLiteral("0.00");   // amounts
+inline const QString kMascaraTresDecimales = QStringLiteral("0.000"); // prices
+
+// 'text'
+QString Comillas(const QString& texto);
+// 'TEXT'
+QString ComillasMayusculas(const QString& texto);
+// A number typed in a box becomes Val of it in the statement.
+QString Numero(const QString& texto);
+// Val of the text, formatted with the mask.
+QString NumeroConMascara(const QString& texto, const QString& mascara);
+// The values of a positional INSERT, in order, joined by ", ".
+QString Valores(const QStringList& valores);
+
+} // namespace sql
+
+// The text of a field as a box shows it, a Null read as empty (the field
+// joined to an empty string). One read of the field.
+QString TextoCampo(const Recordset& rs, const QString& columna);
+// The text of a field, or nothing when it is Null: for the windows in which a
+// Null leaves the box as it was.
+std::optional<QString> TextoCampoNoNulo(const Recordset& rs, const QString& columna);
+
+} // namespace vel
