@@ -1,5 +1,6 @@
 #include "sales/document_totals.h"
 
+#include "core/key_filters.h"
 #include "core/record_store.h"
 #include "core/session.h"
 #include "runtime/errors.h"
@@ -36,26 +37,6 @@ constexpr ColumnaGrid kColumnas[7] = {
     {"Referencia", 1500}, {"Descripción", 4400}, {"Unidades", 1000}, {"Precio", 1150},
     {"Subtotal", 1150},   {"Descuento", 400},    {"Total", 1300},
 };
-
-// Enter is discarded and a Tab sent to the window: Enter moves on.
-void IntroComoTabulador(int& KeyAscii) {
-    if (KeyAscii == 13) {
-        KeyAscii = 0;
-        vb::SendKeys(QStringLiteral("{tab}"));
-    }
-}
-
-bool EsDigito(int KeyAscii) { return KeyAscii >= 48 && KeyAscii <= 57; }
-
-// Units, line discount and VAT: whole positive numbers.
-void SoloDigitos(int& KeyAscii) {
-    if (!EsDigito(KeyAscii) && KeyAscii != 8) KeyAscii = 0;
-}
-
-// Price and surcharge also take the point and the minus sign.
-void DigitosPuntoYSigno(int& KeyAscii) {
-    if (!EsDigito(KeyAscii) && KeyAscii != 46 && KeyAscii != 45 && KeyAscii != 8) KeyAscii = 0;
-}
 
 } // namespace
 
@@ -125,9 +106,11 @@ void DocumentTotals::Campo_GotFocus(QLineEdit* campo) {
 
 void DocumentTotals::Campo_KeyPress(QLineEdit* campo, int& KeyAscii) {
     if (campo == Textreferencia) return Textreferencia_KeyPress(KeyAscii);
+    // Units, line discount and VAT are whole positive numbers; price and
+    // surcharge also take the point and the minus sign.
     IntroComoTabulador(KeyAscii);
     if (campo == Textcantidad || campo == Textdescuento || campo == Textiva) SoloDigitos(KeyAscii);
-    else if (campo == Textprecio || campo == Textrecargo) DigitosPuntoYSigno(KeyAscii);
+    else if (campo == Textprecio || campo == Textrecargo) TeclasDeNumero(KeyAscii);
 }
 
 // Enter on a reference looks it up: a known product (or a line already in the

@@ -3,6 +3,7 @@
 #include "core/store_fixture.h"
 #include "runtime/qstring_printer.h"
 #include "sales/document_statements.h"
+#include "support/positional_insert.h"
 
 namespace veltest {
 namespace {
@@ -48,6 +49,7 @@ TEST_F(DocumentStatements, ADeliveryNoteLineHasItsTwentyFiveValues) {
     const QString sql = vel::SentenciaLinea(DocumentoVenta::Albaran, kNota, Taco());
     EXPECT_EQ(sql, "INSERT INTO detalle_albaran_venta VALUES (03, 'AV', 2026, 17, '', 'X1', 'TACO DE 8', 3, "
                    "'1.999', '', '', '5.997', 10, 0, '5.397', '1', 0, 0, '00', '00', '00', '00', 17, 01, '1')");
+    EXPECT_TRUE(InsertMatchesSchema(sql));
     db->Execute(sql);
     const QStringList columns = {
         "tienda", "serie", "ejercicio", "numero", "tipo_linea", "referencia", "descripcion", "unidades", "pvp_neto",
@@ -65,6 +67,7 @@ TEST_F(DocumentStatements, ADeliveryNoteHeaderHasItsFortyTwoValues) {
                    "'P', '12345678Z', 'PEDRO GARCÍA LÓPEZ', 'CALLE MAYOR 1', 'MADRID', '28001', 'MADRID', "
                    "'ESPAÑOLA', 'R3', 3, '0049', '0012', '12', '1234567890', 17, '', '', '', '', '', '', 0, 0, "
                    "'6', '0.6', '0', '', 21, 5.2, 0, '0', 'ES12')");
+    EXPECT_TRUE(InsertMatchesSchema(sql));
     db->Execute(sql);
     const QStringList columns = {
         "tienda", "serie", "ejercicio", "numero", "fecha", "operador", "nombre_operador", "almacen",
@@ -98,6 +101,8 @@ TEST_F(DocumentStatements, AnInvoiceIsStoreOneSeriesVdWithNoOrderAndItsLongDescr
     EXPECT_EQ(linea, "INSERT INTO detalle_factura_venta VALUES (01, 'VD', 2026, 5, '', 'X1', 'TACO DE 8', 3, "
                      "'1.999', '', '', '5.997', 10, 0, '5.397', '1', 0, 0, '00', '00', '00', '00', 0, 01, '1', "
                      "'Entrega en obra')");
+    EXPECT_TRUE(InsertMatchesSchema(linea));
+    EXPECT_TRUE(InsertMatchesSchema(vel::SentenciaCabecera(DocumentoVenta::Factura, factura, Pedro())));
     db->Execute(linea);
     db->Execute(vel::SentenciaCabecera(DocumentoVenta::Factura, factura, Pedro()));
     EXPECT_EQ(Rows("SELECT * FROM detalle_factura_venta",
