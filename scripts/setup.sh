@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
 # Installs every Debian 12 package Velmarinda needs to build, run and test.
+# libqt6svg6 draws the program's icon; x11-apps brings xcalc, the calculator
+# of Utilidades > Calculadora.
 # Idempotent: when everything is already there it returns at once.
 set -euo pipefail
 PACKAGES=(
   g++ cmake make pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
+  libqt6svg6
   libsqlite3-dev libicu-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-liberation xvfb xauth locales
+  x11-apps
 )
 missing=()
 for p in "${PACKAGES[@]}"; do

@@ -1,6 +1,6 @@
 // velscenario [--check | --update] FILE.scn
 //   prints the transcript; --check compares it with FILE.out, --update writes it.
-#include "runtime/app.h"
+#include "app/program.h"
 #include "scenario/driver.h"
 #include <QApplication>
 #include <QFile>
@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     qInstallMessageHandler(quietHandler);
     QApplication app(argc, argv);
-    vb::InstallSpanish(app);
+    vel::SetUpApplication(app);
     QString mode, path;
     for (int i = 1; i < argc; ++i) {
         const QString a = QString::fromLocal8Bit(argv[i]);

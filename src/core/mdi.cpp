@@ -10,6 +10,9 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QResizeEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
 #include <optional>
 
 namespace vel {
@@ -76,11 +79,45 @@ const MenuLine kMenu[] = {
     {1, "MnuAyudaAcerca", "&Acerca de ..."},
 };
 
-// The calculators a Linux desktop may have, in order of preference.
-const QStringList kCalculadoras = {QStringLiteral("gnome-calculator"), QStringLiteral("kcalc"),
-                                   QStringLiteral("galculator"),       QStringLiteral("mate-calc"),
-                                   QStringLiteral("qalculate-gtk"),    QStringLiteral("xcalc")};
+// What a child window's frame holds: the window at its designed size and
+// arrangement, whatever the frame's size. These are fixed-layout forms: a frame
+// smaller than the window (tiled, or sized by the user) cuts it off and shows
+// scroll bars; a larger one (maximised) leaves the rest empty.
+class MarcoFijo : public QScrollArea {
+public:
+    explicit MarcoFijo(vb::Form* form) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(false);
+        setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        setWidget(form);
+    }
+    vb::Form* form() const { return qobject_cast<vb::Form*>(widget()); }
+    // The frame asks for the whole window, however large.
+    QSize sizeHint() const override { return widget() ? widget()->size() : QScrollArea::sizeHint(); }
+
+protected:
+    // Closing the frame by its system box closes the window it holds.
+    void closeEvent(QCloseEvent* e) override {
+        if (widget() && !widget()->close())
+            e->ignore();
+        else
+            e->accept();
+    }
+};
+
+vb::Form* formOf(const QMdiSubWindow* s) {
+    auto* marco = dynamic_cast<MarcoFijo*>(s->widget());
+    return marco ? marco->form() : nullptr;
+}
 } // namespace
+
+const QStringList& Calculadoras() {
+    static const QStringList list = {QStringLiteral("gnome-calculator"), QStringLiteral("kcalc"),
+                                     QStringLiteral("galculator"),       QStringLiteral("mate-calc"),
+                                     QStringLiteral("qalculate-gtk"),    QStringLiteral("xcalc")};
+    return list;
+}
 
 void SetWindowTable(const WindowTableMap* table) { windowTable = table; }
 MDI* MainWindow() { return mainWindow; }
@@ -94,7 +131,7 @@ MDI::MDI() : Timer1(new vb::Timer(this)), area_(new QMdiArea(this)) {
     Timer1->SetEnabled(false);
     connect(Timer1, &vb::Timer::Tick, this, [this] { vb::RunEvent([this] { Timer1_Timer(); }); });
     buildMenu();
-    resize(int(12280 / twipsPerPixel()), int(8550 / twipsPerPixel()));
+    placeOnScreen();
     mainWindow = this;
 }
 
@@ -186,6 +223,23 @@ void MDI::Timer1_Timer() {}
 
 double MDI::twipsPerPixel() const { return 1440.0 / logicalDpiX(); }
 
+// The main window opens centred on the screen: at its working size, or at four
+// fifths of a larger screen. On a screen smaller than the working size its top
+// left corner stays on the screen, so the menu can be reached.
+void MDI::placeOnScreen() {
+    const QSize working(int(12280 / twipsPerPixel()), int(8550 / twipsPerPixel()));
+    const QScreen* s = screen();
+    if (!s) {
+        resize(working);
+        return;
+    }
+    const QRect free = s->availableGeometry();
+    const QSize size = working.expandedTo(QSize(free.width() * 4 / 5, free.height() * 4 / 5));
+    resize(size);
+    move(free.x() + std::max(0, (free.width() - size.width()) / 2),
+         free.y() + std::max(0, (free.height() - size.height()) / 2));
+}
+
 // A minimised window reports the size of its caption bar, which is what the
 // resize rule takes for the minimised state.
 long MDI::Width() const {
@@ -252,8 +306,8 @@ void MDI::MnuUtilidadesCalculadora_Click() {
     });
     onError([this] {
         if (IdCalculadora == 0) {
-            const QString calc = vb::FindProgram(kCalculadoras);
-            IdCalculadora = vb::Shell(calc.isEmpty() ? kCalculadoras.first() : calc, 1);
+            const QString calc = vb::FindProgram(Calculadoras());
+            IdCalculadora = vb::Shell(calc.isEmpty() ? Calculadoras().first() : calc, 1);
         }
     });
 }
@@ -302,7 +356,7 @@ QList<vb::Form*> MDI::openForms() const {
     QList<vb::Form*> forms;
     const QMdiSubWindow* active = area_->activeSubWindow();
     for (QMdiSubWindow* s : area_->subWindowList(QMdiArea::StackingOrder)) {
-        auto* f = qobject_cast<vb::Form*>(s->widget());
+        vb::Form* f = formOf(s);
         if (!f || f->IsUnloaded()) continue;
         if (s == active)
             forms.prepend(f);
@@ -317,7 +371,7 @@ vb::Form* MDI::Abrir(const QString& entry) {
     const auto it = windowTable->find(entry);
     if (it == windowTable->end()) return nullptr;
     for (QMdiSubWindow* s : area_->subWindowList()) {
-        auto* f = qobject_cast<vb::Form*>(s->widget());
+        vb::Form* f = formOf(s);
         if (f && !f->IsUnloaded() && f->objectName() == it->second.window) {
             s->show();
             area_->setActiveSubWindow(s);
@@ -327,16 +381,33 @@ vb::Form* MDI::Abrir(const QString& entry) {
     }
     vb::Form* form = it->second.create();
     form->setObjectName(it->second.window);
-    QMdiSubWindow* sub = area_->addSubWindow(form);
+    auto* marco = new MarcoFijo(form);
+    QMdiSubWindow* sub = area_->addSubWindow(marco);
     sub->setAttribute(Qt::WA_DeleteOnClose);
     sub->setWindowTitle(form->windowTitle());
     connect(form, &QWidget::windowTitleChanged, sub, &QWidget::setWindowTitle);
     form->Load();
     if (form->IsUnloaded() || vb::HasEnded()) return nullptr;
+    // The window keeps the size it is laid out at, whatever its frame does later.
+    form->setFixedSize(form->sizeHint().expandedTo(form->minimumSizeHint()));
     sub->adjustSize();
+    sub->move(cascadePosition(sub));
     sub->show();
     area_->setActiveSubWindow(sub);
     return form;
+}
+
+// A new child window opens one step below and to the right of the last one, as
+// in a cascade, starting again at the top left when it would leave the area.
+QPoint MDI::cascadePosition(const QMdiSubWindow* sub) const {
+    int open = 0;
+    for (const QMdiSubWindow* s : area_->subWindowList())
+        if (s != sub && s->isVisible() && !s->isMinimized()) ++open;
+    const int step = std::max(sub->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, sub), 16);
+    const QSize room = area_->viewport()->size() - sub->size();
+    const int places = std::max(1, std::min(room.width(), room.height()) / step + 1);
+    const int n = open % places;
+    return {n * step, n * step};
 }
 
 void MDI::closeEvent(QCloseEvent* e) {

@@ -7,6 +7,7 @@
 #include <map>
 
 class QAction;
+class QMdiSubWindow;
 
 namespace vel {
 
@@ -16,6 +17,10 @@ struct WindowEntry {
     std::function<vb::Form*()> create;
 };
 using WindowTableMap = std::map<QString, WindowEntry>;
+
+// The calculators a Linux desktop may have, in order of preference: Calculadora
+// starts the first one found (the setup installs xcalc).
+const QStringList& Calculadoras();
 
 // The menu entries -> windows table the main window opens from.
 void SetWindowTable(const WindowTableMap* table);
@@ -65,6 +70,8 @@ protected:
 
 private:
     void buildMenu();
+    void placeOnScreen();
+    QPoint cascadePosition(const QMdiSubWindow* sub) const;
     double twipsPerPixel() const;
     QMdiArea* area_;
 };

@@ -2,6 +2,7 @@
 #include "core/mdi.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
+#include <sqlite3.h>
 
 namespace vel {
 
@@ -26,6 +27,10 @@ void CloseSession() {
     }
     delete BaseCatalogo;
     BaseCatalogo = nullptr;
+    // A clean exit leaves datos.mdb whole: what the log holds is written into it
+    // first, and closing the last connection then removes the log files.
+    if (BaseDatos)
+        sqlite3_wal_checkpoint_v2(BaseDatos->handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
     delete BaseDatos;
     BaseDatos = nullptr;
 }

@@ -1,5 +1,9 @@
 #include "runtime/app.h"
 #include <QApplication>
+#include <QColor>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -27,5 +31,16 @@ void InstallSpanish(QApplication& app) {
     auto* qt = new QTranslator(&app);
     if (qt->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         app.installTranslator(qt);
+}
+} // namespace vb
+
+namespace vb {
+QColor DisabledTextColor() { return QColor(0x59, 0x59, 0x59); }
+
+void InstallLook(QApplication& app) {
+    if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) app.setStyle(fusion);
+    QPalette palette = app.style()->standardPalette();
+    palette.setColor(QPalette::Disabled, QPalette::Text, DisabledTextColor());
+    app.setPalette(palette);
 }
 } // namespace vb

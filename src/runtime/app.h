@@ -4,6 +4,7 @@
 #pragma once
 #include <QString>
 class QApplication;
+class QColor;
 
 namespace vb {
 
@@ -13,5 +14,14 @@ void SetAppPath(const QString& folder);
 // The toolkit speaks Spanish: button texts ("&Sí", "Aceptar", "Cancelar") and
 // calendar names. Numbers are never formatted by the locale (see vb.h).
 void InstallSpanish(QApplication& app);
+
+// The look of the controls: one style everywhere (the windows are laid out for
+// it), with disabled text boxes that stay legible. A disabled box keeps the grey
+// background that tells it is disabled, and its text is a dark grey with a
+// contrast of more than 4.5:1 on it, so a record shown in Consultar or Borrar
+// can be read.
+void InstallLook(QApplication& app);
+// The text colour of a disabled text box.
+QColor DisabledTextColor();
 
 } // namespace vb

@@ -5,7 +5,11 @@
 #include <QCloseEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPalette>
 
 namespace vb {
@@ -206,10 +210,120 @@ void SendKeys(const QString& keys) {
     });
 }
 
+// ---- Access keys ---------------------------------------------------------------------------
+
+namespace {
+// Alt+letter or Alt+digit, nothing else held: the key, or 0.
+int accessKey(const QKeyEvent* k) {
+    if ((k->modifiers() & ~Qt::KeypadModifier) != Qt::AltModifier) return 0;
+    const int key = k->key();
+    if ((key >= Qt::Key_0 && key <= Qt::Key_9) || (key >= Qt::Key_A && key <= Qt::Key_Z)) return key;
+    // Ñ, Ç and the accented capitals.
+    if (key >= Qt::Key_Agrave && key <= Qt::Key_THORN && key != Qt::Key_multiply) return key;
+    return 0;
+}
+
+// The window an access key is meant for: the one holding the control that has
+// the focus or, when the focus is on the main window itself, its active child.
+Form* formFor(QObject* receiver) {
+    auto* w = qobject_cast<QWidget*>(receiver);
+    // Keys on an open menu or on the menu bar belong to the menus.
+    if (!w || qobject_cast<QMenuBar*>(w) || qobject_cast<QMenu*>(w)) return nullptr;
+    for (QWidget* p = w; p; p = p->parentWidget()) {
+        if (auto* f = qobject_cast<Form*>(p)) return f;
+        if (p->isWindow()) break;
+    }
+    if (auto* area = w->window()->findChild<QMdiArea*>())
+        if (QMdiSubWindow* active = area->activeSubWindow()) return active->findChild<Form*>();
+    return nullptr;
+}
+
+// Sees every key before the shortcut map does: an access key of a control of
+// the active window is taken from the menu bar (the override is accepted, so the
+// key arrives as a key press) and carried out on that key press.
+class AccessKeys : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (e->type() != QEvent::ShortcutOverride && e->type() != QEvent::KeyPress) return false;
+        const int key = accessKey(static_cast<QKeyEvent*>(e));
+        if (key == 0) return false;
+        Form* form = formFor(o);
+        QWidget* control = form ? AccessKeyControl(form, key) : nullptr;
+        if (!control) return false;
+        if (e->type() == QEvent::ShortcutOverride) {
+            e->accept();
+            return true;
+        }
+        PressAccessKey(control);
+        return true;
+    }
+};
+
+void installAccessKeys() {
+    static AccessKeys* keys = [] {
+        auto* k = new AccessKeys(qApp);
+        qApp->installEventFilter(k);
+        return k;
+    }();
+    (void)keys;
+}
+
+bool hasAccessKey(const QString& caption, int key) {
+    const QKeySequence mnemonic = QKeySequence::mnemonic(caption);
+    return !mnemonic.isEmpty() && mnemonic[0] == QKeyCombination(Qt::AltModifier, Qt::Key(key));
+}
+
+bool canTakeFocus(const QWidget* w) {
+    return w && (w->focusPolicy() & Qt::TabFocus) && w->isEnabled() && w->isVisible();
+}
+} // namespace
+
+QWidget* AccessKeyControl(const Form* form, int key) {
+    for (QWidget* w = form->nextInFocusChain(); w && w != form; w = w->nextInFocusChain()) {
+        if (!form->isAncestorOf(w) || !w->isVisible() || !w->isEnabled()) continue;
+        if (auto* b = qobject_cast<QAbstractButton*>(w); b && hasAccessKey(b->text(), key)) return b;
+        if (auto* l = qobject_cast<QLabel*>(w); l && canTakeFocus(l->buddy()) && hasAccessKey(l->text(), key))
+            return l;
+    }
+    return nullptr;
+}
+
+void PressAccessKey(QWidget* control) {
+    if (auto* l = qobject_cast<QLabel*>(control)) {
+        l->buddy()->setFocus(Qt::ShortcutFocusReason);
+        return;
+    }
+    auto* b = qobject_cast<QAbstractButton*>(control);
+    if (!b) return;
+    // The button takes the focus first (the control that had it runs its
+    // LostFocus), then it is pressed.
+    if (canTakeFocus(b)) b->setFocus(Qt::ShortcutFocusReason);
+    if (b->isEnabled() && b->isVisible()) b->click();
+}
+
 // ---- Form ----------------------------------------------------------------------------------
 
-Form::Form(QWidget* parent) : QWidget(parent) {}
+Form::Form(QWidget* parent) : QWidget(parent) { installAccessKeys(); }
 Form::~Form() = default;
+
+QWidget* Form::FirstTabStop() const {
+    for (QWidget* w = nextInFocusChain(); w && w != this; w = w->nextInFocusChain())
+        if (isAncestorOf(w) && canTakeFocus(w)) return w;
+    return nullptr;
+}
+
+// Once the window is on screen (and its frame has been activated), the first
+// control in tab order gets the focus, unless one of the window's controls
+// already has it.
+void Form::showEvent(QShowEvent* e) {
+    QWidget::showEvent(e);
+    QTimer::singleShot(0, this, [this] {
+        if (unloaded_ || !isVisible()) return;
+        if (QWidget* f = focusWidget(); f && isAncestorOf(f) && canTakeFocus(f)) return;
+        if (QWidget* first = FirstTabStop()) first->setFocus(Qt::TabFocusReason);
+    });
+}
 
 void Form::Load() {
     RunEvent([this] { Form_Load(); });
@@ -219,7 +333,12 @@ void Form::Unload() {
     if (unloaded_) return;
     unloaded_ = true;
     emit unloaded();
-    if (auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+    // The frame of a child window (with whatever holds the window inside it)
+    // closes and goes with it.
+    QMdiSubWindow* sub = nullptr;
+    for (QWidget* p = parentWidget(); p && !sub; p = p->isWindow() ? nullptr : p->parentWidget())
+        sub = qobject_cast<QMdiSubWindow*>(p);
+    if (sub) {
         sub->setAttribute(Qt::WA_DeleteOnClose);
         sub->close();
     } else {

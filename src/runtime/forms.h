@@ -16,6 +16,12 @@
 //    or by code (never by Clear or AddItem), Change when the text changes by
 //    typing or by code.
 //  - Labels are vb::Label when the window has a Change handler on a caption.
+//  - A window that is shown gives the focus to its first control in tab order
+//    that can take it (enabled, visible, a tab stop), as the runtime does.
+//  - Access keys (Alt+letter) go to the active window's own controls first: a
+//    button is pressed, a label moves the focus to its buddy. Only when no
+//    enabled, visible control of that window has the letter does the key reach
+//    the main window's menu bar.
 #pragma once
 #include <QCheckBox>
 #include <QComboBox>
@@ -134,12 +140,16 @@ public:
     QString Caption() const { return windowTitle(); }
     void SetCaption(const QString& c) { setWindowTitle(c); }
 
+    // The first control in tab order that can take the focus; nullptr when none.
+    QWidget* FirstTabStop() const;
+
 signals:
     void unloaded();
 
 protected:
     virtual void Form_Load() {}
     void closeEvent(QCloseEvent* e) override;
+    void showEvent(QShowEvent* e) override;
 
     // Event wiring. Each procedure runs through vb::RunEvent.
     void OnClick(QAbstractButton* b, std::function<void()> proc);
@@ -170,5 +180,13 @@ template <class W>
 W* Control(QWidget* form, const QString& name) {
     return form->findChild<W*>(name);
 }
+
+// The control of the window whose caption has this access key (Alt+key), in
+// tab order, among those enabled and visible; nullptr when none has it.
+QWidget* AccessKeyControl(const Form* form, int key);
+
+// What the access key of a control does: a button is focused and pressed, a
+// label's buddy gets the focus.
+void PressAccessKey(QWidget* control);
 
 } // namespace vb

@@ -23,7 +23,9 @@
 #include <QRadioButton>
 #include <QTableWidget>
 #include <QTemporaryDir>
+#include <QKeySequence>
 #include <QTest>
+#include <cmath>
 #include <deque>
 #include <memory>
 
@@ -409,6 +411,8 @@ private:
             if (prop == QLatin1String("Width")) return QString::number(m->Width());
             if (prop == QLatin1String("Height")) return QString::number(m->Height());
         }
+        if (prop == QLatin1String("Width")) return QString::number(twips(w, w->width()));
+        if (prop == QLatin1String("Height")) return QString::number(twips(w, w->height()));
         if (auto* c = qobject_cast<QComboBox*>(w)) {
             if (prop == QLatin1String("ListCount")) return QString::number(c->count());
             if (prop == QLatin1String("ListIndex")) return QString::number(c->currentIndex());
@@ -429,6 +433,37 @@ private:
             }
         }
         error("propiedad desconocida " + prop + " en " + w->objectName());
+    }
+
+    // A child window's frame inside the main window (or the window itself).
+    static QWidget* frameOf(QWidget* win) {
+        for (QWidget* p = win; p && !p->isWindow(); p = p->parentWidget())
+            if (qobject_cast<QMdiSubWindow*>(p)) return p;
+        return win;
+    }
+
+    static long twips(const QWidget* w, int pixels) { return std::lround(pixels * 1440.0 / w->logicalDpiX()); }
+
+    // Width and Height of every named control of a window, in twips.
+    std::map<QString, QString> sizes(QWidget* win) {
+        std::map<QString, QString> out;
+        for (QWidget* c : win->findChildren<QWidget*>())
+            if (!c->objectName().isEmpty() && !c->objectName().startsWith(QLatin1String("qt_")))
+                out[c->objectName()] = QStringLiteral("%1 x %2").arg(twips(c, c->width())).arg(twips(c, c->height()));
+        return out;
+    }
+
+    // A key pressed as the user does: it goes where the keyboard goes (an open
+    // menu, else the control with the focus, else the active window), through the
+    // toolkit's shortcut handling.
+    void press(const QString& name) {
+        const QKeySequence seq = QKeySequence::fromString(name, QKeySequence::PortableText);
+        if (seq.count() != 1 || seq[0].key() == Qt::Key_unknown) error("tecla desconocida " + name);
+        QWidget* target = QApplication::activePopupWidget();
+        if (!target) target = QApplication::focusWidget();
+        if (!target) target = QApplication::activeWindow();
+        if (!target) error(QStringLiteral("ninguna ventana recibe teclas"));
+        QTest::keyClick(target, seq[0].key(), seq[0].keyboardModifiers());
     }
 
     QString rows(const QString& sql) {
@@ -617,12 +652,39 @@ private:
             const int frameW = win->frameGeometry().width() - win->width();
             const int frameH = win->frameGeometry().height() - win->height();
             win->resize(int(arg(2).toInt() / tpp + 0.5) - frameW, int(arg(3).toInt() / tpp + 0.5) - frameH);
+        } else if (cmd == QLatin1String("press")) {
+            activate();
+            press(arg(1));
+        } else if (cmd == QLatin1String("close")) {
+            // Closing by the window's system box: the main window, or a child's frame.
+            QWidget* win = window(arg(1));
+            if (!win) error("la ventana " + w[1] + " no está abierta");
+            frameOf(win)->close();
+        } else if (cmd == QLatin1String("env")) {
+            qputenv(arg(1).toLocal8Bit(), arg(2).toLocal8Bit());
+        } else if (cmd == QLatin1String("remember-sizes")) {
+            QWidget* win = window(arg(1));
+            if (!win) error("la ventana " + w[1] + " no está abierta");
+            remembered_[w[1]] = sizes(win);
+        } else if (cmd == QLatin1String("expect-same-sizes")) {
+            QWidget* win = window(arg(1));
+            if (!win) error("la ventana " + w[1] + " no está abierta");
+            const auto it = remembered_.find(w[1]);
+            if (it == remembered_.end()) error("no se recordaron los tamaños de " + w[1]);
+            const auto now = sizes(win);
+            QStringList changed;
+            for (const auto& [control, size] : it->second) {
+                const auto n = now.find(control);
+                if (n == now.end() || n->second != size)
+                    changed << control + " " + size + " -> " + (n == now.end() ? QStringLiteral("?") : n->second);
+            }
+            if (!changed.isEmpty()) fail("cambiaron de tamaño: " + changed.join(", "));
         } else if (cmd == QLatin1String("minimize")) {
-            find(arg(1))->showMinimized();
+            frameOf(find(arg(1)))->showMinimized();
         } else if (cmd == QLatin1String("maximize")) {
-            find(arg(1))->showMaximized();
+            frameOf(find(arg(1)))->showMaximized();
         } else if (cmd == QLatin1String("restore")) {
-            find(arg(1))->showNormal();
+            frameOf(find(arg(1)))->showNormal();
         } else if (cmd == QLatin1String("run")) {
             QProcess p;
             p.setWorkingDirectory(folder_);
@@ -733,6 +795,7 @@ private:
     QTemporaryDir dir_;
     QString folder_;
     int lineNo_ = 0;
+    std::map<QString, std::map<QString, QString>> remembered_;
     bool started_ = false;
     bool ended_ = false;
     bool endReported_ = false;
