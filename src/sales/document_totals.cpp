@@ -91,6 +91,8 @@ DocumentTotals::DocumentTotals(QWidget* parent)
 
 DocumentTotals::~DocumentTotals() = default;
 
+void DocumentTotals::showEvent(QShowEvent* e) { QWidget::showEvent(e); }
+
 void DocumentTotals::SetVentana(Ventana ventana) { ventana_ = std::move(ventana); }
 void DocumentTotals::SetReglas(const ReglasLineas& reglas) { reglas_ = reglas; }
 void DocumentTotals::SetTituloTotal(const QString& titulo) { ui->Titulototalfactura->setText(titulo); }

@@ -130,6 +130,11 @@ public:
     vb::Label* Labelimporterecargo = nullptr;
     vb::Label* Labeltotalfactura = nullptr;
 
+protected:
+    // The piece is no window of its own: showing it gives no focus to its first
+    // field (the window around it decides where the focus starts).
+    void showEvent(QShowEvent* e) override;
+
 private:
     void Campo_GotFocus(QLineEdit* campo);
     void Campo_KeyPress(QLineEdit* campo, int& KeyAscii);
