@@ -15,9 +15,12 @@ static QString readFile(const QString& path, bool* ok) {
     return *ok ? QString::fromUtf8(f.readAll()) : QString();
 }
 
-// The offscreen platform's notes about window hints are no news for a transcript.
+// The offscreen platform's notes about window hints (and about raising or grabbing
+// for the open list of a combo) are no news for a transcript.
 static void quietHandler(QtMsgType type, const QMessageLogContext&, const QString& msg) {
-    if (msg.contains(QLatin1String("propagateSizeHints")) || msg.startsWith(QLatin1String("QStandardPaths:"))) return;
+    if (msg.contains(QLatin1String("propagateSizeHints")) || msg.startsWith(QLatin1String("QStandardPaths:")) ||
+        msg.startsWith(QLatin1String("This plugin does not support")))
+        return;
     if (type != QtDebugMsg) fprintf(stderr, "%s\n", qPrintable(msg));
 }
 

@@ -1,4 +1,5 @@
 #include "runtime/app.h"
+#include "runtime/environment.h"
 #include <QApplication>
 #include <QColor>
 #include <QPalette>
@@ -9,19 +10,14 @@
 #include <QTranslator>
 
 namespace vb {
-namespace {
-QString& folder() {
-    static QString f;
-    return f;
-}
-} // namespace
 
 QString AppPath() {
-    if (folder().isEmpty()) return QCoreApplication::applicationDirPath();
-    return folder();
+    const QString& folder = CurrentEnvironment().programFolder;
+    if (folder.isEmpty()) return QCoreApplication::applicationDirPath();
+    return folder;
 }
 
-void SetAppPath(const QString& f) { folder() = f; }
+void SetAppPath(const QString& f) { CurrentEnvironment().programFolder = f; }
 
 } // namespace vb
 

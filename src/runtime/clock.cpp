@@ -1,18 +1,9 @@
 #include "runtime/clock.h"
+#include "runtime/environment.h"
 
 namespace vb {
 
 namespace {
-struct ClockState {
-    bool pinned = false;
-    QDateTime moment;
-};
-
-ClockState& state() {
-    static ClockState s;
-    return s;
-}
-
 // The runtime's clock has whole seconds.
 QDateTime wholeSeconds(const QDateTime& m) {
     const QTime t = m.time();
@@ -21,7 +12,8 @@ QDateTime wholeSeconds(const QDateTime& m) {
 } // namespace
 
 QDateTime Now() {
-    if (state().pinned) return state().moment;
+    const std::optional<QDateTime>& pinned = CurrentEnvironment().clock;
+    if (pinned) return wholeSeconds(*pinned);
     return wholeSeconds(QDateTime::currentDateTime());
 }
 
@@ -31,17 +23,9 @@ QTime Time() { return Now().time(); }
 
 namespace clock {
 
-void pin(const QDateTime& moment) {
-    state().pinned = true;
-    state().moment = wholeSeconds(moment);
-}
-
-void unpin() {
-    state().pinned = false;
-    state().moment = QDateTime();
-}
-
-bool pinned() { return state().pinned; }
+void pin(const QDateTime& moment) { CurrentEnvironment().clock = wholeSeconds(moment); }
+void unpin() { CurrentEnvironment().clock.reset(); }
+bool pinned() { return CurrentEnvironment().clock.has_value(); }
 
 } // namespace clock
 

@@ -11,6 +11,7 @@ QDateTime Now();
 QDate Date();
 QTime Time();
 
+// Shorthands for the clock of the environment in force (environment.h).
 namespace clock {
 // Pins the clock to a moment; the time does not move while pinned.
 void pin(const QDateTime& moment);

@@ -1,5 +1,7 @@
 #include "runtime/errors.h"
+#include "runtime/environment.h"
 #include "runtime/msgbox.h"
+#include <QGuiApplication>
 
 namespace vb {
 
@@ -55,10 +57,6 @@ void Untrapped(const RuntimeError& error) {
 namespace {
 int depth = 0;
 bool ended = false;
-EndHandler& endHandler() {
-    static EndHandler h;
-    return h;
-}
 } // namespace
 
 // An event entering the program from the event loop is the boundary where an
@@ -86,12 +84,14 @@ void RunEvent(const std::function<void()>& procedure) {
     --depth;
 }
 
-void SetEndHandler(EndHandler handler) { endHandler() = std::move(handler); }
+void SetEndHandler(EndHandler handler) { CurrentEnvironment().onEnd = std::move(handler); }
 
 void ProgramEnded() {
     if (ended) return;
     ended = true;
-    if (endHandler()) endHandler()();
+    // A copy: the handler may install another environment.
+    const EndHandler onEnd = CurrentEnvironment().onEnd;
+    if (onEnd) onEnd();
 }
 
 bool HasEnded() { return ended; }
@@ -100,13 +100,20 @@ void ResetEnded() {
     depth = 0;
 }
 
-// A modal box runs its own event loop: events that arrive while it is open enter
-// the program afresh.
-int EventDepthSave() {
-    int d = depth;
+ModalScope::ModalScope(bool arrowPointer) : savedDepth_(depth), endedBefore_(ended), arrow_(false) {
     depth = 0;
-    return d;
+    // The hourglass stays over the window that is busy; the box takes the arrow.
+    if (arrowPointer && qobject_cast<QGuiApplication*>(QCoreApplication::instance()) && QGuiApplication::overrideCursor()) {
+        QGuiApplication::setOverrideCursor(Qt::ArrowCursor);
+        arrow_ = true;
+    }
 }
-void EventDepthRestore(int d) { depth = d; }
+
+ModalScope::~ModalScope() {
+    if (arrow_) QGuiApplication::restoreOverrideCursor();
+    depth = savedDepth_;
+}
+
+bool ModalScope::programEndedInside() const { return ended && !endedBefore_; }
 
 } // namespace vb

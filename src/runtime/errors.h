@@ -9,6 +9,7 @@
 #include <QString>
 #include <exception>
 #include <functional>
+#include <type_traits>
 
 namespace vb {
 
@@ -81,8 +82,60 @@ QString UntrappedMessage(const RuntimeError& error);
 // goes through here.
 void RunEvent(const std::function<void()>& procedure);
 
+// Every modal box or dialog runs an event loop of its own, and so does a yield
+// to the event queue (DoEvents): events that arrive meanwhile enter the program
+// afresh, so that an untrapped error in one of them ends the program where it
+// entered instead of travelling into the procedure that opened the box. The
+// wait pointer gives way to the arrow over the box while it is open.
+//
+//   int answer = vb::RunModal([&] { return box.exec(); });
+//
+// If the program ended while the box was open, the procedure that opened it
+// goes no further: End unwinds it once the box has closed.
+class ModalScope {
+public:
+    // A yield to the event queue keeps the pointer as it is (arrowPointer false).
+    explicit ModalScope(bool arrowPointer = true);
+    ~ModalScope();
+    ModalScope(const ModalScope&) = delete;
+    ModalScope& operator=(const ModalScope&) = delete;
+    // True when the program ended while the scope was open (and not before).
+    bool programEndedInside() const;
+
+private:
+    int savedDepth_;
+    bool endedBefore_;
+    bool arrow_;
+};
+
+template <class F>
+auto RunModal(F&& body, bool arrowPointer = true) {
+    bool ended = false;
+    auto finish = [&ended] {
+        if (ended) throw EndProgram{};
+    };
+    if constexpr (std::is_void_v<decltype(body())>) {
+        {
+            ModalScope scope(arrowPointer);
+            body();
+            ended = scope.programEndedInside();
+        }
+        finish();
+    } else {
+        auto result = [&] {
+            ModalScope scope(arrowPointer);
+            auto r = body();
+            ended = scope.programEndedInside();
+            return r;
+        }();
+        finish();
+        return result;
+    }
+}
+
 // How the program ends. The real program quits its event loop and exits; tests
-// and the scenario driver install a handler that records the end instead.
+// and the scenario driver install a handler that records the end instead
+// (shorthand for the onEnd of the environment in force, environment.h).
 using EndHandler = std::function<void()>;
 void SetEndHandler(EndHandler handler);
 // Called once the end has unwound to the event boundary.

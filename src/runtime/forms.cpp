@@ -1,6 +1,11 @@
 #include "runtime/forms.h"
+#include "runtime/calendar.h"
 #include "runtime/errors.h"
+#include "runtime/flexgrid.h"
+#include "runtime/listbox.h"
+#include "runtime/sstab.h"
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFocusEvent>
@@ -19,8 +24,26 @@ namespace vb {
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
     setInsertPolicy(QComboBox::NoInsert);
     connect(this, &QComboBox::currentIndexChanged, this, [this](int index) {
+        changedInList_ = true;
         if (!quiet_ && index >= 0) emit Click();
     });
+    // Taking the chosen entry again from the open list is a Click too.
+    connect(this, &QComboBox::activated, this, [this](int index) {
+        if (listOpen_ && !changedInList_ && !quiet_ && index >= 0) emit Click();
+        listOpen_ = false;
+    });
+}
+
+void ComboBox::showPopup() {
+    listOpen_ = true;
+    changedInList_ = false;
+    QComboBox::showPopup();
+}
+
+// The list closes before the pick is announced: the pick still belongs to it.
+void ComboBox::hidePopup() {
+    QComboBox::hidePopup();
+    QTimer::singleShot(0, this, [this] { listOpen_ = false; });
 }
 
 void ComboBox::hookEdit() {
@@ -210,6 +233,10 @@ void SendKeys(const QString& keys) {
     });
 }
 
+void DoEvents() {
+    RunModal([] { QCoreApplication::processEvents(QEventLoop::AllEvents); }, false);
+}
+
 // ---- Access keys ---------------------------------------------------------------------------
 
 namespace {
@@ -360,6 +387,11 @@ Form::Handlers& Form::handlers(QWidget* w) {
     if (it == handlers_.end()) {
         w->installEventFilter(this);
         if (auto* c = qobject_cast<QComboBox*>(w); c && c->lineEdit()) c->lineEdit()->installEventFilter(this);
+        // A list or table view takes the mouse on its viewport.
+        if (auto* a = qobject_cast<QAbstractScrollArea*>(w)) {
+            a->viewport()->installEventFilter(this);
+            viewports_[a->viewport()] = w;
+        }
         it = handlers_.emplace(w, Handlers{}).first;
     }
     return it->second;
@@ -380,6 +412,30 @@ void Form::OnClick(QAbstractButton* b, std::function<void()> proc) {
 
 void Form::OnClick(ComboBox* c, std::function<void()> proc) {
     connect(c, &ComboBox::Click, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnClick(ListBox* l, std::function<void()> proc) {
+    connect(l, &ListBox::Click, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnClick(FlexGrid* g, std::function<void()> proc) {
+    connect(g, &FlexGrid::Click, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnClick(CalendarControl* c, std::function<void()> proc) {
+    connect(c, &CalendarControl::Click, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnClick(SSTab* t, std::function<void(int)> proc) {
+    connect(t, &SSTab::Click, this, [proc](int previous) { RunEvent([&] { proc(previous); }); });
+}
+
+void Form::OnDblClick(ListBox* l, std::function<void()> proc) {
+    connect(l, &ListBox::DblClick, this, [proc] { RunEvent(proc); });
+}
+
+void Form::OnDblClick(FlexGrid* g, std::function<void()> proc) {
+    connect(g, &FlexGrid::DblClick, this, [proc] { RunEvent(proc); });
 }
 
 void Form::OnChange(QLineEdit* t, std::function<void()> proc) {
@@ -426,6 +482,17 @@ bool replaying = false;
 } // namespace
 
 bool Form::eventFilter(QObject* o, QEvent* e) {
+    if (const auto v = viewports_.find(o); v != viewports_.end()) {
+        // Only the mouse reaches a view through its viewport; its focus and keys
+        // come to the view itself.
+        if (e->type() != QEvent::MouseButtonDblClick) return QWidget::eventFilter(o, e);
+        const auto it = handlers_.find(v->second);
+        if (it != handlers_.end() && it->second.dblClick) {
+            RunEvent(it->second.dblClick);
+            return true;
+        }
+        return QWidget::eventFilter(o, e);
+    }
     QObject* target = o;
     // An editable combo's edit box speaks for its combo.
     if (auto* le = qobject_cast<QLineEdit*>(o); le && qobject_cast<QComboBox*>(le->parentWidget()) &&

@@ -13,9 +13,13 @@
 //  - SendKeys("{tab}") moves the focus to the next control in tab order once the
 //    running procedure has finished, as queued keystrokes do.
 //  - Combo boxes are vb::ComboBox: Click when the selection changes by the user
-//    or by code (never by Clear or AddItem), Change when the text changes by
-//    typing or by code.
+//    or by code (never by Clear or AddItem), and when the user takes the entry
+//    already chosen from the open list; Change when the text changes by typing
+//    or by code.
 //  - Labels are vb::Label when the window has a Change handler on a caption.
+//  - List boxes, flex grids, tab strips and calendars have their Click (and
+//    DblClick) from real mouse events; list and table views take the mouse on
+//    their viewport, and the bridge listens there.
 //  - A window that is shown gives the focus to its first control in tab order
 //    that can take it (enabled, visible, a tab stop), as the runtime does.
 //  - Access keys (Alt+letter) go to the active window's own controls first: a
@@ -35,6 +39,11 @@
 
 namespace vb {
 
+class CalendarControl;
+class FlexGrid;
+class ListBox;
+class SSTab;
+
 // ---- Controls -------------------------------------------------------------
 
 class ComboBox : public QComboBox {
@@ -52,6 +61,8 @@ public:
     void SetText(const QString& text); // Change when the text differs
     // Connects the edit box's typing to Change (once the combo is editable).
     void hookEdit();
+    void showPopup() override;
+    void hidePopup() override;
 signals:
     void Click();
     void Change();
@@ -63,6 +74,10 @@ protected:
 private:
     bool quiet_ = false;
     QLineEdit* hooked_ = nullptr;
+    // While the open list is being used: whether the pick changed the entry
+    // (Click already raised) or took the one already chosen.
+    bool listOpen_ = false;
+    bool changedInList_ = false;
 };
 
 class Label : public QLabel {
@@ -122,6 +137,10 @@ void SetValue(QRadioButton* o, bool value);
 // Queues keystrokes as the runtime's SendKeys; only "{tab}" is used.
 void SendKeys(const QString& keys);
 
+// DoEvents: lets the events waiting in the queue run (clicks, timers, paints)
+// and comes back. They enter the program as the events of a modal box do.
+void DoEvents();
+
 // ---- Windows ------------------------------------------------------------------
 
 class Form : public QWidget {
@@ -154,6 +173,11 @@ protected:
     // Event wiring. Each procedure runs through vb::RunEvent.
     void OnClick(QAbstractButton* b, std::function<void()> proc);
     void OnClick(ComboBox* c, std::function<void()> proc);
+    void OnClick(ListBox* l, std::function<void()> proc);
+    void OnClick(FlexGrid* g, std::function<void()> proc);
+    void OnClick(CalendarControl* c, std::function<void()> proc);
+    // The tab strip's Click carries the page that was in front.
+    void OnClick(SSTab* t, std::function<void(int PreviousTab)> proc);
     void OnChange(QLineEdit* t, std::function<void()> proc);
     void OnChange(ComboBox* c, std::function<void()> proc);
     void OnChange(Label* l, std::function<void()> proc);
@@ -161,6 +185,9 @@ protected:
     void OnLostFocus(QWidget* w, std::function<void()> proc);
     void OnKeyPress(QWidget* w, std::function<void(int& KeyAscii)> proc);
     void OnDblClick(QWidget* w, std::function<void()> proc);
+    // After the entry or cell under the mouse has become the chosen one.
+    void OnDblClick(ListBox* l, std::function<void()> proc);
+    void OnDblClick(FlexGrid* g, std::function<void()> proc);
     void OnTimer(Timer* t, std::function<void()> proc);
 
     bool eventFilter(QObject* o, QEvent* e) override;
@@ -172,6 +199,8 @@ private:
     };
     Handlers& handlers(QWidget* w);
     std::map<QObject*, Handlers> handlers_;
+    // The viewport of a list or table view -> the view, whose handlers it feeds.
+    std::map<QObject*, QWidget*> viewports_;
     bool unloaded_ = false;
 };
 

@@ -1,4 +1,6 @@
 #include "runtime/msgbox.h"
+#include "runtime/environment.h"
+#include "runtime/errors.h"
 #include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
@@ -6,13 +8,10 @@
 
 namespace vb {
 
-int EventDepthSave();
-void EventDepthRestore(int d);
-
 QString AppTitle() { return QStringLiteral("Velmarinda"); }
 
 namespace {
-MessageBoxService* service = nullptr;
+MessageBoxService* service() { return CurrentEnvironment().messageBoxes; }
 
 struct ButtonSpec {
     QMessageBox::StandardButton button;
@@ -69,22 +68,22 @@ int showReal(const QString& title, const QString& text, int style) {
 
 int MsgBox(const QString& prompt, int style, const QString& title) {
     const QString t = title.isEmpty() ? AppTitle() : title;
-    int saved = EventDepthSave();
-    int answer = service ? service->show(t, prompt, style) : showReal(t, prompt, style);
-    EventDepthRestore(saved);
-    return answer;
+    return RunModal([&] {
+        if (MessageBoxService* s = service()) return s->show(t, prompt, style);
+        return showReal(t, prompt, style);
+    });
 }
 
-void SetMessageBoxService(MessageBoxService* s) { service = s; }
+void SetMessageBoxService(MessageBoxService* s) { CurrentEnvironment().messageBoxes = s; }
 
 void ShellAbout(const QString& application, const QString& notice) {
-    int saved = EventDepthSave();
-    if (service)
-        service->about(application, notice);
-    else
-        QMessageBox::about(QApplication::activeWindow(), QStringLiteral("Acerca de %1").arg(application),
-                           application + QStringLiteral("\n") + notice);
-    EventDepthRestore(saved);
+    RunModal([&] {
+        if (MessageBoxService* s = service())
+            s->about(application, notice);
+        else
+            QMessageBox::about(QApplication::activeWindow(), QStringLiteral("Acerca de %1").arg(application),
+                               application + QStringLiteral("\n") + notice);
+    });
 }
 
 } // namespace vb

@@ -32,6 +32,7 @@ public:
 
 // The about box of the system (ShellAbout): the program's name and a notice line.
 void ShellAbout(const QString& application, const QString& notice);
+// Shorthand for the message boxes of the environment in force (environment.h);
 // nullptr restores the real, on-screen boxes.
 void SetMessageBoxService(MessageBoxService* service);
 

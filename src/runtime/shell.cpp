@@ -1,11 +1,13 @@
 #include "runtime/shell.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
+#include "runtime/forms.h"
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 #include <signal.h>
 
 namespace vb {
@@ -38,12 +40,23 @@ QString FindProgram(const QStringList& candidates) {
     return {};
 }
 
-long Shell(const QString& program, int) {
-    const QString path = FindProgram({program});
+long Shell(const QString& commandLine, int) {
+    QStringList words = QProcess::splitCommand(commandLine);
+    const QString path = words.isEmpty() ? QString() : FindProgram({words.takeFirst()});
     qint64 pid = 0;
-    if (path.isEmpty() || !QProcess::startDetached(path, {}, AppPath(), &pid))
+    if (path.isEmpty() || !QProcess::startDetached(path, words, AppPath(), &pid))
         Raise(53, QStringLiteral("No se ha encontrado el archivo"));
     return long(pid);
+}
+
+bool TaskRunning(long taskId) { return alive(taskId); }
+
+void ShellAndWait(const QString& commandLine, int windowStyle) {
+    const long task = Shell(commandLine, windowStyle);
+    while (alive(task)) {
+        QThread::msleep(100);
+        DoEvents();
+    }
 }
 
 void AppActivate(long taskId) {

@@ -6,9 +6,11 @@
 // (31 from a 31-day month, 28 from February), the collection-day loops, the
 // weekend shift and the way back into the month, the March correction with C.
 #include "masterdata/due_dates.h"
+#include "runtime/qstring_printer.h"
 #include "runtime/calendar.h"
 #include "runtime/errors.h"
 #include <gtest/gtest.h>
+#include <cctype>
 #include <vector>
 
 namespace {
@@ -298,8 +300,28 @@ TEST_P(TablaVencimientos, FechaCalculadaAMano) {
     EXPECT_EQ(recorrer(c.inicio, c.n, c.dias, c.d1).fechas, c.esperadas) << c.nombre;
 }
 
+// A failing case shows as it reads in the table, not as a dump of bytes.
+void PrintTo(const Caso& c, std::ostream* os) {
+    *os << '"' << c.nombre << "\" desde ";
+    PrintTo(c.inicio, os);
+    *os << ", " << c.n << " plazos (";
+    for (int i = 0; i < c.n && i < 12; ++i) *os << (i ? "," : "") << c.dias[size_t(i)];
+    *os << "), dia de cobro " << c.d1;
+}
+
+// The test's name carries the case: "c03_01_04_2003" for "01/04/2003".
 std::string nombreCaso(const ::testing::TestParamInfo<Caso>& info) {
-    return "caso" + std::to_string(info.index);
+    std::string name = "c" + std::string(info.index < 10 ? "0" : "") + std::to_string(info.index);
+    bool gap = true;
+    for (const char* p = info.param.nombre; *p; ++p) {
+        const bool word = std::isalnum(static_cast<unsigned char>(*p));
+        if (word) {
+            if (gap) name += '_';
+            name += *p;
+        }
+        gap = !word;
+    }
+    return name;
 }
 
 INSTANTIATE_TEST_SUITE_P(PrimeroDeMes, TablaVencimientos, ::testing::ValuesIn(kPrimeroDeMes), nombreCaso);

@@ -75,6 +75,24 @@ TEST(FlexGrid, AClickMakesTheCellUnderTheMouseCurrent) {
     EXPECT_EQ(g.Col(), 1);
 }
 
+TEST(FlexGrid, ADoubleClickOnACellRaisesClickThenDblClickWithRowAndColOnIt) {
+    vb::FlexGrid g;
+    g.SetRows(5);
+    g.SetCols(4);
+    g.resize(400, 300);
+    g.show();
+    QStringList events;
+    QObject::connect(&g, &vb::FlexGrid::Click, [&] { events << QStringLiteral("Click %1,%2").arg(g.Row()).arg(g.Col()); });
+    QObject::connect(&g, &vb::FlexGrid::DblClick,
+                     [&] { events << QStringLiteral("DblClick %1,%2").arg(g.Row()).arg(g.Col()); });
+    const QPoint at = g.visualRect(g.model()->index(3, 2)).center();
+    QTest::mousePress(g.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseRelease(g.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseDClick(g.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseRelease(g.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    EXPECT_EQ(events, (QStringList{"Click 3,2", "DblClick 3,2"}));
+}
+
 TEST(FlexGrid, ScrollingToTheEndShowsTheLastRow) {
     vb::FlexGrid g;
     g.SetCols(2);

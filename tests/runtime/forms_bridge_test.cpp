@@ -1,6 +1,7 @@
 // The forms bridge behaves as the windows expect of the runtime: the order of
 // focus events, KeyPress that discards or replaces keys, Enter sent on as Tab,
 // combo Click and Change, and errors that end the program.
+#include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
@@ -8,6 +9,7 @@
 #include <QTest>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace {
 
@@ -68,11 +70,10 @@ protected:
     RecordingBoxes boxes;
     SampleForm* form = nullptr;
     bool endedSeen = false;
+    std::optional<vb::InstalledEnvironment> env;
 
     void SetUp() override {
-        vb::SetMessageBoxService(&boxes);
-        vb::ResetEnded();
-        vb::SetEndHandler([this] { endedSeen = true; });
+        env.emplace(vb::Environment{.messageBoxes = &boxes, .onEnd = [this] { endedSeen = true; }});
         form = new SampleForm;
         form->show();
         form->activateWindow();
@@ -80,9 +81,7 @@ protected:
     }
     void TearDown() override {
         delete form;
-        vb::SetMessageBoxService(nullptr);
-        vb::SetEndHandler(nullptr);
-        vb::ResetEnded();
+        env.reset();
     }
     static void settle() {
         for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();

@@ -4,6 +4,7 @@
 #include "qstring_printer.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
+#include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 #include "runtime/save_report.h"
@@ -11,6 +12,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace {
 
@@ -46,15 +48,11 @@ class SaveReport : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir_.isValid());
-        vb::SetAppPath(dir_.path());
-        vb::SetMessageBoxService(&boxes_);
-        vb::clock::pin(QDateTime(QDate(2026, 3, 9), QTime(17, 5, 9)));
+        env_.emplace(vb::Environment{.messageBoxes = &boxes_,
+                                     .clock = QDateTime(QDate(2026, 3, 9), QTime(17, 5, 9)),
+                                     .programFolder = dir_.path()});
     }
-    void TearDown() override {
-        vb::clock::unpin();
-        vb::SetMessageBoxService(nullptr);
-        vb::SetAppPath(QString());
-    }
+    void TearDown() override { env_.reset(); }
     QString read(const QString& name) const {
         QFile f(dir_.filePath(name));
         if (!f.open(QIODevice::ReadOnly)) return QString();
@@ -62,6 +60,7 @@ protected:
     }
     QTemporaryDir dir_;
     RecordingBoxes boxes_;
+    std::optional<vb::InstalledEnvironment> env_;
 };
 
 const char* const kInvoiceReport =

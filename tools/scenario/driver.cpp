@@ -6,179 +6,101 @@
 #include "core/session.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
+#include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/forms.h"
+#include "runtime/mouse_pointer.h"
 #include "runtime/msgbox.h"
-#include <QAbstractItemView>
+#include "scenario/controls.h"
+#include "scenario/fpruebacontroles.h"
+#include "scenario/script.h"
+#include "scenario/services.h"
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
+#include <QKeySequence>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProcess>
 #include <QRadioButton>
-#include <QTableWidget>
 #include <QTemporaryDir>
-#include <QKeySequence>
 #include <QTest>
 #include <cmath>
-#include <deque>
+#include <map>
 #include <memory>
+#include <optional>
 
 namespace vel::scenario {
 
 namespace {
 
-struct Failure {
-    QString message;
-};
-struct Fail : Failure {};   // an expectation that does not hold
-struct Error : Failure {};  // a scenario line the driver can't carry out
-
-[[noreturn]] void fail(const QString& m) { throw Fail{{m}}; }
-[[noreturn]] void error(const QString& m) { throw Error{{m}}; }
-
-QString quote(const QString& s) {
-    QString q = s;
-    q.replace('\\', QLatin1String("\\\\")).replace('"', QLatin1String("\\\"")).replace('\r', QLatin1String("\\r"))
-        .replace('\n', QLatin1String("\\n")).replace('\t', QLatin1String("\\t"));
-    return '"' + q + '"';
-}
-
-// Splits a line into words; double-quoted words may hold blanks (\" and \\ escape).
-QStringList words(const QString& line) {
-    QStringList out;
-    int i = 0;
-    const int n = int(line.size());
-    while (i < n) {
-        while (i < n && line[i].isSpace()) ++i;
-        if (i >= n) break;
-        QString w;
-        if (line[i] == '"') {
-            ++i;
-            while (i < n && line[i] != '"') {
-                if (line[i] == '\\' && i + 1 < n) {
-                    const QChar c = line[i + 1];
-                    w += c == 'n' ? QChar('\n') : c == 't' ? QChar('\t') : c;
-                    i += 2;
-                    continue;
-                }
-                w += line[i++];
-            }
-            if (i >= n) error(QStringLiteral("comillas sin cerrar"));
-            ++i;
-        } else {
-            while (i < n && !line[i].isSpace()) w += line[i++];
-        }
-        out << w;
-    }
-    return out;
-}
-
-const char* answerName(int a) {
-    switch (a) {
-    case vb::vbOK: return "OK";
-    case vb::vbCancel: return "Cancel";
-    case vb::vbAbort: return "Abort";
-    case vb::vbRetry: return "Retry";
-    case vb::vbIgnore: return "Ignore";
-    case vb::vbYes: return "Yes";
-    case vb::vbNo: return "No";
-    }
-    return "?";
-}
-
-int answerCode(const QString& name) {
-    static const std::map<QString, int> codes = {
-        {"OK", vb::vbOK},       {"Cancel", vb::vbCancel}, {"Abort", vb::vbAbort}, {"Retry", vb::vbRetry},
-        {"Ignore", vb::vbIgnore}, {"Yes", vb::vbYes},     {"No", vb::vbNo}};
-    const auto it = codes.find(name);
-    if (it == codes.end()) error("respuesta desconocida: " + name);
-    return it->second;
-}
-
-// The buttons of a style, in order.
-std::vector<int> buttonsOf(int style) {
-    switch (style & 7) {
-    case 1: return {vb::vbOK, vb::vbCancel};
-    case 2: return {vb::vbAbort, vb::vbRetry, vb::vbIgnore};
-    case 3: return {vb::vbYes, vb::vbNo, vb::vbCancel};
-    case 4: return {vb::vbYes, vb::vbNo};
-    case 5: return {vb::vbRetry, vb::vbCancel};
-    default: return {vb::vbOK};
-    }
-}
-
-class ScriptedBoxes : public vb::MessageBoxService {
+// One line of a scenario, split into words; words(0) is the command.
+class Line {
 public:
-    explicit ScriptedBoxes(QString* out) : out_(out) {}
-    // The temporary program folder reads as <App.Path> so transcripts stay the same.
-    QString folder;
-    std::deque<int> answers;
-    std::deque<QString> unchecked;
-
-    int show(const QString& title, const QString& shownText, int style) override {
-        QString text = shownText;
-        if (!folder.isEmpty()) text.replace(folder, QStringLiteral("<App.Path>"));
-        const auto buttons = buttonsOf(style);
-        size_t def = size_t((style & 0x300) >> 8);
-        if (def >= buttons.size()) def = 0;
-        int answer = buttons[def];
-        if (!answers.empty()) {
-            answer = answers.front();
-            answers.pop_front();
-            if (std::find(buttons.begin(), buttons.end(), answer) == buttons.end())
-                *out_ += QStringLiteral("  (la respuesta %1 no es un botón de este mensaje)\n").arg(answerName(answer));
-        }
-        *out_ += QStringLiteral("  msgbox %1 %2 style %3 -> %4\n")
-                     .arg(quote(title), quote(text))
-                     .arg(style)
-                     .arg(answerName(answer));
-        unchecked.push_back(text);
-        return answer;
+    Line(const QString& text, QList<Word> words) : text(text), words_(std::move(words)) {}
+    const QString text;
+    QString command() const { return words_.value(0).text; }
+    int size() const { return int(words_.size()); }
+    bool has(int i) const { return i < words_.size(); }
+    QString arg(int i) const {
+        if (i >= words_.size()) error("falta un argumento en " + command());
+        return words_[i].text;
     }
-    void about(const QString& application, const QString& notice) override {
-        *out_ += QStringLiteral("  about %1 %2\n").arg(quote(application), quote(notice));
-        unchecked.push_back(application + '\n' + notice);
+    bool quoted(int i) const { return i < words_.size() && words_[i].quoted; }
+    // The words from i on.
+    QStringList from(int i) const {
+        QStringList out;
+        for (int k = i; k < words_.size(); ++k) out << words_[k].text;
+        return out;
     }
 
 private:
-    QString* out_;
+    QList<Word> words_;
 };
 
-QString boolText(bool b) { return b ? QStringLiteral("True") : QStringLiteral("False"); }
+// The windows a scenario can open besides the menu's: test fixtures.
+const std::map<QString, std::function<vb::Form*()>>& testWindows() {
+    static const std::map<QString, std::function<vb::Form*()>> windows = {
+        {"Fpruebacontroles", [] { return new Fpruebacontroles; }},
+    };
+    return windows;
+}
 
 class Driver {
 public:
-    Driver(QString* out, QString origin) : out_(out), origin_(std::move(origin)), boxes_(out) {
+    Driver(QString* out, QString origin) : out_(out), origin_(std::move(origin)), boxes_(out), dialogs_(out) {
         if (!dir_.isValid()) error(QStringLiteral("no se puede crear la carpeta del programa"));
         folder_ = dir_.path();
         boxes_.folder = folder_;
+        dialogs_.folder = folder_;
         QDir(folder_).mkpath(QStringLiteral("bin"));
-        vb::SetAppPath(folder_);
-        vb::SetMessageBoxService(&boxes_);
-        vb::clock::pin(QDateTime(QDate(2026, 11, 21), QTime(10, 0, 0)));
-        vb::ResetEnded();
-        vb::SetEndHandler([this] { ended_ = true; });
-        vel::SetWindowTable(&vel::WindowTable());
+        environment_.emplace(vb::Environment{.messageBoxes = &boxes_,
+                                             .dialogs = &dialogs_,
+                                             .clock = QDateTime(QDate(2026, 11, 21), QTime(10, 0, 0)),
+                                             .programFolder = folder_,
+                                             .onEnd = [this] { ended_ = true; }});
+        // The program's windows and the test fixtures, each under its own name.
+        windows_ = vel::WindowTable();
+        for (const auto& [name, create] : testWindows()) windows_[name] = {name, create};
+        vel::SetWindowTable(&windows_);
         const QByteArray path = QDir(folder_).filePath(QStringLiteral("bin")).toLocal8Bit() + ':' + qgetenv("PATH");
         qputenv("PATH", path);
         vel::schema::CreateEmptyDatabase(dbPath());
     }
     ~Driver() {
         teardown();
-        vb::SetMessageBoxService(nullptr);
-        vb::SetEndHandler(nullptr);
-        vb::ResetEnded();
-        vb::clock::unpin();
+        vel::SetWindowTable(nullptr);
+        environment_.reset();
     }
 
     Result run(const QString& text) {
         const QStringList lines = text.split('\n');
+        lines_ = &lines;
         for (lineNo_ = 0; lineNo_ < lines.size(); ++lineNo_) {
             const QString line = lines[lineNo_].trimmed();
             if (line.isEmpty()) {
@@ -191,8 +113,8 @@ public:
             }
             *out_ += "> " + line + '\n';
             try {
-                command(line, lines);
-                settle();
+                command(Line(line, Words(line)));
+                Settle();
                 if (ended_ && !endReported_) {
                     endReported_ = true;
                     *out_ += QStringLiteral("  el programa ha terminado\n");
@@ -217,21 +139,77 @@ public:
     }
 
 private:
-    QString dbPath() const { return QDir(folder_).filePath(QStringLiteral("datos.mdb")); }
+    using Handler = void (Driver::*)(const Line&);
 
-    void settle() {
-        for (int i = 0; i < 8; ++i) {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents(QEventLoop::AllEvents);
-        }
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    // The commands of the language, told in docs/scenarios.md.
+    void command(const Line& line) {
+        static const std::map<QString, Handler> commands = {
+            // Setting up
+            {"today", &Driver::today},
+            {"file", &Driver::file},
+            {"nodb", &Driver::nodb},
+            {"sql", &Driver::sql},
+            {"start", &Driver::startCommand},
+            {"restart", &Driver::restart},
+            {"menu", &Driver::menu},
+            {"test-window", &Driver::testWindow},
+            {"env", &Driver::env},
+            // Driving controls
+            {"click", &Driver::click},
+            {"dblclick", &Driver::dblclick},
+            {"focus", &Driver::focus},
+            {"type", &Driver::type},
+            {"key", &Driver::key},
+            {"select", &Driver::select},
+            {"tab", &Driver::tab},
+            {"pick", &Driver::pick},
+            {"check", &Driver::check},
+            {"option", &Driver::option},
+            {"resize", &Driver::resize},
+            {"press", &Driver::press},
+            {"minimize", &Driver::minimize},
+            {"maximize", &Driver::maximize},
+            {"restore", &Driver::restore},
+            {"close", &Driver::close},
+            {"run", &Driver::runShell},
+            {"wait", &Driver::wait},
+            // Message boxes and dialogs
+            {"answer", &Driver::answer},
+            {"dialog", &Driver::dialog},
+            // Looking
+            {"show", &Driver::show},
+            {"query", &Driver::query},
+            {"cat", &Driver::cat},
+            {"screenshot", &Driver::screenshot},
+            // Expectations
+            {"expect", &Driver::expect},
+            {"expect-msg", &Driver::expectMsg},
+            {"expect-msgbox", &Driver::expectMsgbox},
+            {"expect-no-msg", &Driver::expectNoMsg},
+            {"expect-focus", &Driver::expectFocus},
+            {"expect-open", &Driver::expectOpen},
+            {"expect-closed", &Driver::expectClosed},
+            {"expect-query", &Driver::expectQuery},
+            {"expect-ended", &Driver::expectEnded},
+            {"expect-file", &Driver::expectFile},
+            {"expect-pointer", &Driver::expectPointer},
+            {"remember-sizes", &Driver::rememberSizes},
+            {"expect-same-sizes", &Driver::expectSameSizes},
+        };
+        const auto it = commands.find(line.command());
+        if (it == commands.end()) error("orden desconocida: " + line.command());
+        (this->*(it->second))(line);
     }
+
+    // ---- The program and its windows ----------------------------------------------
+
+    QString dbPath() const { return QDir(folder_).filePath(QStringLiteral("datos.mdb")); }
 
     void teardown() {
         if (started_) {
             vel::CloseSession();
             started_ = false;
-            settle();
+            Settle();
         }
     }
 
@@ -241,10 +219,10 @@ private:
         vb::ResetEnded();
         started_ = true;
         vb::RunEvent([] { vel::Main(); });
-        settle();
+        Settle();
         if (vel::MDI* mdi = vel::MainWindow()) {
             mdi->activateWindow();
-            settle();
+            Settle();
         }
     }
 
@@ -259,7 +237,7 @@ private:
         vel::MDI* m = mdi();
         if (!m->isActiveWindow()) {
             m->activateWindow();
-            settle();
+            Settle();
         }
     }
 
@@ -291,8 +269,11 @@ private:
         error("no hay control " + name);
     }
 
-    void needVisible(QWidget* w, const QString& name) {
-        if (!w->isVisible()) error("el control " + name + " no se ve");
+    // A control the user can reach: it is on screen.
+    QWidget* visible(const Line& line, int i) {
+        QWidget* c = find(line.arg(i));
+        if (!c->isVisible()) error("el control " + line.arg(i) + " no se ve");
+        return c;
     }
 
     QWidget* keyTarget(QWidget* w) {
@@ -302,11 +283,121 @@ private:
 
     void giveFocus(QWidget* w) {
         activate();
-        if (QApplication::focusWidget() == w || (w->focusProxy() && QApplication::focusWidget() == w->focusProxy()))
+        FocusOn(w);
+    }
+
+    // ---- Setting up -----------------------------------------------------------------
+
+    void today(const Line& line) {
+        const QDate d = QDate::fromString(line.arg(1), QStringLiteral("dd/MM/yyyy"));
+        const QTime t = line.has(2) ? QTime::fromString(line.arg(2), QStringLiteral("HH:mm:ss")) : QTime(10, 0, 0);
+        if (!d.isValid() || !t.isValid()) error(QStringLiteral("fecha u hora no válidas"));
+        vb::clock::pin(QDateTime(d, t));
+    }
+
+    // file NAME <<END ... END writes the lines as they stand; file NAME "text"
+    // writes the text with its escapes (\r\n line ends, for instance).
+    void file(const Line& line) {
+        const QString name = line.arg(1);
+        QString content;
+        if (line.quoted(2)) {
+            content = line.arg(2);
+            *out_ += QStringLiteral("  (%1 caracteres)\n").arg(content.size());
+        } else {
+            if (line.arg(2) != QLatin1String("<<END")) error(QStringLiteral("file NOMBRE <<END ... END"));
+            QStringList body;
+            const QStringList& lines = *lines_;
+            for (++lineNo_; lineNo_ < lines.size() && lines[lineNo_].trimmed() != QLatin1String("END"); ++lineNo_)
+                body << lines[lineNo_];
+            if (lineNo_ >= lines.size()) error(QStringLiteral("falta END"));
+            *out_ += QStringLiteral("  (%1 líneas)\n").arg(body.size());
+            content = body.join('\n');
+            if (!body.isEmpty()) content += '\n';
+        }
+        const QString path = QDir(folder_).filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile f(path);
+        if (!f.open(QIODevice::WriteOnly)) error("no se puede escribir " + name);
+        f.write(content.toUtf8());
+        f.close();
+        if (content.startsWith(QLatin1String("#!")))
+            f.setPermissions(f.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
+    }
+
+    void nodb(const Line&) { QFile::remove(dbPath()); }
+
+    void env(const Line& line) { qputenv(line.arg(1).toLocal8Bit(), line.arg(2).toLocal8Bit()); }
+
+    void sql(const Line& line) {
+        const QString statement = line.arg(1);
+        if (vel::BaseDatos) {
+            vel::BaseDatos->Execute(statement);
+        } else {
+            auto db = vel::Database::OpenDatabase(dbPath());
+            db->Execute(statement);
+        }
+    }
+
+    void startCommand(const Line&) { start(); }
+
+    void restart(const Line&) {
+        teardown();
+        start();
+    }
+
+    void menu(const Line& line) {
+        activate();
+        QAction* a = mdi()->menuEntry(line.arg(1));
+        if (!a) error("no hay entrada de menú " + line.arg(1));
+        if (!a->isEnabled()) {
+            *out_ += QStringLiteral("  (la entrada está deshabilitada: no se puede elegir)\n");
             return;
-        if (auto* c = qobject_cast<QComboBox*>(w); c && QApplication::focusWidget() == c->lineEdit()) return;
-        w->setFocus(Qt::MouseFocusReason);
-        settle();
+        }
+        if (a->menu()) error("la entrada " + line.arg(1) + " es un submenú");
+        a->trigger();
+    }
+
+    // Opens a test fixture window as the menu opens the program's windows.
+    void testWindow(const Line& line) {
+        const QString name = line.arg(1);
+        if (!testWindows().count(name)) error("no hay ventana de prueba " + name);
+        activate();
+        vel::MDI* m = mdi();
+        vb::RunEvent([m, name] { m->Abrir(name); });
+    }
+
+    // ---- Driving controls -----------------------------------------------------------
+
+    void click(const Line& line) {
+        QWidget* c = visible(line, 1);
+        activate();
+        KindOf(c).click(c, line.from(2));
+    }
+
+    void dblclick(const Line& line) {
+        QWidget* c = visible(line, 1);
+        activate();
+        KindOf(c).dblclick(c, line.from(2));
+    }
+
+    void focus(const Line& line) { giveFocus(visible(line, 1)); }
+
+    void type(const Line& line) {
+        QWidget* c = visible(line, 1);
+        giveFocus(c);
+        for (const QChar ch : line.arg(2)) {
+            QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : keyTarget(c);
+            if (ch.unicode() < 128) {
+                QTest::keyClick(target, char(ch.unicode()));
+            } else {
+                // Letters beyond ASCII (ñ, á) are keys that carry their text.
+                QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(ch));
+                QApplication::sendEvent(target, &press);
+                QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(ch));
+                QApplication::sendEvent(target, &release);
+            }
+            Settle();
+        }
     }
 
     static Qt::Key keyOf(const QString& name) {
@@ -323,40 +414,164 @@ private:
         return it == keys.end() ? Qt::Key_unknown : it->second;
     }
 
-    QString controlState(QWidget* w) {
-        QStringList parts;
-        const QString kind = QString::fromLatin1(w->metaObject()->className()).section("::", -1);
-        parts << w->objectName() << kind;
-        if (auto* t = qobject_cast<QLineEdit*>(w)) parts << "Text=" + quote(t->text());
-        else if (auto* l = qobject_cast<QLabel*>(w)) parts << "Caption=" + quote(l->text());
-        else if (auto* b = qobject_cast<QAbstractButton*>(w)) {
-            parts << "Caption=" + quote(b->text());
-            if (qobject_cast<QCheckBox*>(w)) parts << QStringLiteral("Value=%1").arg(b->isChecked() ? 1 : 0);
-            if (qobject_cast<QRadioButton*>(w)) parts << "Value=" + boolText(b->isChecked());
-        } else if (auto* c = qobject_cast<QComboBox*>(w)) {
-            parts << "Text=" + quote(c->currentText()) << QStringLiteral("ListIndex=%1").arg(c->currentIndex())
-                  << QStringLiteral("ListCount=%1").arg(c->count());
-        } else if (auto* f = qobject_cast<vb::Form*>(w)) parts << "Caption=" + quote(f->windowTitle());
-        parts << "Enabled=" + boolText(vb::Enabled(w)) << "Visible=" + boolText(vb::Visible(w));
-        if (QApplication::focusWidget() == w) parts << QStringLiteral("Focus");
-        QString s = parts.join(' ');
-        if (auto* c = qobject_cast<QComboBox*>(w))
-            for (int i = 0; i < c->count(); ++i) s += QStringLiteral("\n    [%1] %2").arg(i).arg(quote(c->itemText(i)));
-        if (auto* g = qobject_cast<QTableWidget*>(w)) {
-            s += QStringLiteral(" Rows=%1 Cols=%2").arg(g->rowCount()).arg(g->columnCount());
-            for (int r = 0; r < g->rowCount(); ++r) {
-                QStringList cells;
-                for (int c = 0; c < g->columnCount(); ++c)
-                    cells << (g->item(r, c) ? g->item(r, c)->text() : QString());
-                s += QStringLiteral("\n    %1: %2").arg(r).arg(cells.join(" | "));
+    void key(const Line& line) {
+        QWidget* c = visible(line, 1);
+        giveFocus(c);
+        QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : keyTarget(c);
+        const QString name = line.arg(2);
+        const Qt::Key k = keyOf(name);
+        if (k != Qt::Key_unknown)
+            QTest::keyClick(target, k);
+        else if (name.size() == 1)
+            QTest::keyClick(target, name[0].toLatin1());
+        else
+            error("tecla desconocida " + name);
+    }
+
+    void select(const Line& line) {
+        QWidget* c = visible(line, 1);
+        activate();
+        KindOf(c).select(c, line.arg(2), line.quoted(2));
+    }
+
+    void tab(const Line& line) {
+        QWidget* c = visible(line, 1);
+        activate();
+        KindOf(c).tab(c, line.arg(2), line.quoted(2));
+    }
+
+    void pick(const Line& line) {
+        QWidget* c = visible(line, 1);
+        const QDate day = QDate::fromString(line.arg(2), QStringLiteral("dd/MM/yyyy"));
+        if (!day.isValid()) error("fecha no válida " + line.arg(2));
+        activate();
+        KindOf(c).pick(c, day);
+    }
+
+    void check(const Line& line) {
+        auto* c = qobject_cast<QCheckBox*>(find(line.arg(1)));
+        if (!c) error(line.arg(1) + " no es una casilla");
+        if (!c->isVisible()) error("el control " + line.arg(1) + " no se ve");
+        activate();
+        if (vb::Value(c) != line.arg(2).toInt())
+            QTest::mouseClick(c, Qt::LeftButton, Qt::NoModifier, QPoint(8, c->height() / 2));
+    }
+
+    void option(const Line& line) {
+        auto* o = qobject_cast<QRadioButton*>(find(line.arg(1)));
+        if (!o) error(line.arg(1) + " no es una opción");
+        if (!o->isVisible()) error("el control " + line.arg(1) + " no se ve");
+        activate();
+        QTest::mouseClick(o, Qt::LeftButton, Qt::NoModifier, QPoint(8, o->height() / 2));
+    }
+
+    void resize(const Line& line) {
+        QWidget* win = find(line.arg(1));
+        const double tpp = 1440.0 / win->logicalDpiX();
+        const int frameW = win->frameGeometry().width() - win->width();
+        const int frameH = win->frameGeometry().height() - win->height();
+        win->resize(int(line.arg(2).toInt() / tpp + 0.5) - frameW, int(line.arg(3).toInt() / tpp + 0.5) - frameH);
+    }
+
+    // A child window's frame inside the main window (or the window itself).
+    static QWidget* frameOf(QWidget* win) {
+        for (QWidget* p = win; p && !p->isWindow(); p = p->parentWidget())
+            if (qobject_cast<QMdiSubWindow*>(p)) return p;
+        return win;
+    }
+
+    QWidget* openWindow(const Line& line) {
+        QWidget* win = window(line.arg(1));
+        if (!win) error("la ventana " + line.arg(1) + " no está abierta");
+        return win;
+    }
+
+    void minimize(const Line& line) { frameOf(find(line.arg(1)))->showMinimized(); }
+    void maximize(const Line& line) { frameOf(find(line.arg(1)))->showMaximized(); }
+    void restore(const Line& line) { frameOf(find(line.arg(1)))->showNormal(); }
+
+    // Closing by the window's system box: the main window, or a child's frame.
+    void close(const Line& line) { frameOf(openWindow(line))->close(); }
+
+    // A key pressed as the user does: it goes where the keyboard goes (an open
+    // menu, else the control with the focus, else the active window), through the
+    // toolkit's shortcut handling.
+    void press(const Line& line) {
+        activate();
+        const QString name = line.arg(1);
+        const QKeySequence seq = QKeySequence::fromString(name, QKeySequence::PortableText);
+        if (seq.count() != 1 || seq[0].key() == Qt::Key_unknown) error("tecla desconocida " + name);
+        QWidget* target = QApplication::activePopupWidget();
+        if (!target) target = QApplication::focusWidget();
+        if (!target) target = QApplication::activeWindow();
+        if (!target) error(QStringLiteral("ninguna ventana recibe teclas"));
+        QTest::keyClick(target, seq[0].key(), seq[0].keyboardModifiers());
+    }
+
+    void runShell(const Line& line) {
+        QProcess p;
+        p.setWorkingDirectory(folder_);
+        p.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), line.arg(1)});
+        p.waitForFinished(30000);
+    }
+
+    void wait(const Line& line) {
+        QElapsedTimer t;
+        t.start();
+        while (t.elapsed() < line.arg(1).toInt()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+
+    // ---- Message boxes and dialogs ------------------------------------------------------
+
+    void answer(const Line& line) { boxes_.answers.push_back(AnswerCode(line.arg(1))); }
+
+    // dialog open "PATH"|cancel; dialog printer OK [COPIES [ORIENTATION]]|cancel.
+    void dialog(const Line& line) {
+        const QString kind = line.arg(1);
+        const QString reply = line.arg(2);
+        const bool cancel = !line.quoted(2) && reply.compare(QLatin1String("cancel"), Qt::CaseInsensitive) == 0;
+        if (kind == QLatin1String("open")) {
+            if (cancel) {
+                dialogs_.openAnswers.push_back(std::nullopt);
+                return;
             }
+            QString path = reply;
+            path.replace(QLatin1String("<App.Path>"), folder_);
+            dialogs_.openAnswers.push_back(QDir(folder_).absoluteFilePath(path));
+        } else if (kind == QLatin1String("printer")) {
+            if (cancel) {
+                dialogs_.printerAnswers.push_back(std::nullopt);
+                return;
+            }
+            if (reply != QLatin1String("OK")) error(QStringLiteral("dialog printer OK|cancel"));
+            // The job goes to a file of the program folder.
+            vb::PrinterChoice choice{.printerName = QString(),
+                                     .outputFile = QDir(folder_).filePath(QStringLiteral("impresion.pdf")),
+                                     .copies = 0,
+                                     .orientation = 0};
+            if (line.has(3)) choice.copies = line.arg(3).toInt();
+            if (line.has(4)) choice.orientation = line.arg(4).toInt();
+            dialogs_.printerAnswers.push_back(choice);
+        } else {
+            error(QStringLiteral("dialog open \"RUTA\"|cancel, o dialog printer OK|cancel"));
         }
-        return s;
+    }
+
+    // ---- Looking ------------------------------------------------------------------------
+
+    QString controlState(QWidget* w) {
+        const ControlKind& kind = KindOf(w);
+        QStringList parts;
+        parts << w->objectName() << QString::fromLatin1(w->metaObject()->className()).section("::", -1);
+        parts << kind.state(w);
+        parts << "Enabled=" + BoolText(vb::Enabled(w)) << "Visible=" + BoolText(vb::Visible(w));
+        if (QApplication::focusWidget() == w) parts << QStringLiteral("Focus");
+        return parts.join(' ') + kind.details(w);
     }
 
     void showWindow(QWidget* w) {
         if (auto* m = qobject_cast<vel::MDI*>(w)) {
-            *out_ += QStringLiteral("  MDI Caption=%1\n").arg(quote(m->windowTitle()));
+            *out_ += QStringLiteral("  MDI Caption=%1\n").arg(Quote(m->windowTitle()));
             for (QAction* top : m->menuBar()->actions()) showMenu(top, 1);
             return;
         }
@@ -383,87 +598,72 @@ private:
             *out_ += pad + a->objectName() + " -\n";
             return;
         }
-        *out_ += pad + a->objectName() + ' ' + quote(a->text()) + (a->isEnabled() ? "" : " disabled") + '\n';
+        *out_ += pad + a->objectName() + ' ' + Quote(a->text()) + (a->isEnabled() ? "" : " disabled") + '\n';
         if (QMenu* m = a->menu())
             for (QAction* sub : m->actions()) showMenu(sub, depth + 1);
     }
 
+    void show(const Line& line) {
+        const QString what = line.arg(1);
+        if (what == QLatin1String("session")) {
+            vel::MDI* m = mdi();
+            *out_ += QStringLiteral("  ClientePrograma=%1 TiendaPrograma=%2 Timer1.Enabled=%3 Timer1.Interval=%4\n")
+                         .arg(Quote(m->ClientePrograma), Quote(m->TiendaPrograma), BoolText(m->Timer1->Enabled()))
+                         .arg(m->Timer1->Interval());
+        } else if (what == QLatin1String("windows")) {
+            for (vb::Form* f : mdi()->openForms())
+                *out_ += QStringLiteral("  %1 %2\n").arg(f->objectName(), Quote(f->windowTitle()));
+        } else {
+            QWidget* c = find(what);
+            if (qobject_cast<vel::MDI*>(c) || qobject_cast<vb::Form*>(c))
+                showWindow(c);
+            else
+                *out_ += "  " + controlState(c).replace("\n    ", "\n      ") + '\n';
+        }
+    }
+
+    void query(const Line& line) {
+        const QString r = rows(line.arg(1));
+        if (r.isEmpty())
+            *out_ += QStringLiteral("  (ninguna fila)\n");
+        else
+            for (const QString& row : r.split(';')) *out_ += "  " + row + '\n';
+    }
+
+    void cat(const Line& line) {
+        QFile f(QDir(folder_).filePath(line.arg(1)));
+        if (!f.open(QIODevice::ReadOnly)) {
+            *out_ += QStringLiteral("  (no existe)\n");
+        } else {
+            for (const QString& l : QString::fromUtf8(f.readAll()).split('\n')) *out_ += "  | " + l + '\n';
+        }
+    }
+
+    // The file may be named in the program folder as "<App.Path>/name.png".
+    void screenshot(const Line& line) {
+        QWidget* win = line.has(2) ? find(line.arg(2)) : mdi();
+        QString file = line.arg(1);
+        file.replace(QLatin1String("<App.Path>"), folder_);
+        if (!win->grab().save(file)) error("no se puede guardar " + line.arg(1));
+    }
+
+    // The property of a control as `expect` reads it: the kind's own first,
+    // then what every control has.
     QString property(QWidget* w, const QString& prop) {
-        if (prop == QLatin1String("Text")) {
-            if (auto* t = qobject_cast<QLineEdit*>(w)) return t->text();
-            if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
-        }
-        if (prop == QLatin1String("Caption") || prop == QLatin1String("Text")) {
-            if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
-            if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
-            return w->windowTitle();
-        }
-        if (prop == QLatin1String("Enabled")) return boolText(vb::Enabled(w));
-        if (prop == QLatin1String("Visible")) return boolText(vb::Visible(w));
-        if (prop == QLatin1String("Focus")) return boolText(QApplication::focusWidget() == w);
+        if (const std::optional<QString> own = KindOf(w).property(w, prop)) return *own;
+        if (prop == QLatin1String("Caption") || prop == QLatin1String("Text")) return w->windowTitle();
+        if (prop == QLatin1String("Enabled")) return BoolText(vb::Enabled(w));
+        if (prop == QLatin1String("Visible")) return BoolText(vb::Visible(w));
+        if (prop == QLatin1String("Focus")) return BoolText(QApplication::focusWidget() == w);
         if (prop == QLatin1String("BackColor")) return QString::number(vb::BackColor(w));
         if (prop == QLatin1String("ForeColor")) return QString::number(vb::ForeColor(w));
-        if (prop == QLatin1String("Value")) {
-            if (auto* c = qobject_cast<QCheckBox*>(w)) return QString::number(vb::Value(c));
-            if (auto* o = qobject_cast<QRadioButton*>(w)) return boolText(vb::Value(o));
-        }
         if (auto* m = qobject_cast<vel::MDI*>(w)) {
             if (prop == QLatin1String("Width")) return QString::number(m->Width());
             if (prop == QLatin1String("Height")) return QString::number(m->Height());
         }
         if (prop == QLatin1String("Width")) return QString::number(twips(w, w->width()));
         if (prop == QLatin1String("Height")) return QString::number(twips(w, w->height()));
-        if (auto* c = qobject_cast<QComboBox*>(w)) {
-            if (prop == QLatin1String("ListCount")) return QString::number(c->count());
-            if (prop == QLatin1String("ListIndex")) return QString::number(c->currentIndex());
-            if (prop.startsWith(QLatin1String("List("))) {
-                const int i = prop.mid(5, prop.size() - 6).toInt();
-                return c->itemText(i);
-            }
-        }
-        if (auto* g = qobject_cast<QTableWidget*>(w)) {
-            if (prop == QLatin1String("Rows")) return QString::number(g->rowCount());
-            if (prop == QLatin1String("Cols")) return QString::number(g->columnCount());
-            if (prop.startsWith(QLatin1String("TextMatrix("))) {
-                const QStringList rc = prop.mid(11, prop.size() - 12).split(',');
-                if (rc.size() == 2) {
-                    auto* item = g->item(rc[0].trimmed().toInt(), rc[1].trimmed().toInt());
-                    return item ? item->text() : QString();
-                }
-            }
-        }
         error("propiedad desconocida " + prop + " en " + w->objectName());
-    }
-
-    // A child window's frame inside the main window (or the window itself).
-    static QWidget* frameOf(QWidget* win) {
-        for (QWidget* p = win; p && !p->isWindow(); p = p->parentWidget())
-            if (qobject_cast<QMdiSubWindow*>(p)) return p;
-        return win;
-    }
-
-    static long twips(const QWidget* w, int pixels) { return std::lround(pixels * 1440.0 / w->logicalDpiX()); }
-
-    // Width and Height of every named control of a window, in twips.
-    std::map<QString, QString> sizes(QWidget* win) {
-        std::map<QString, QString> out;
-        for (QWidget* c : win->findChildren<QWidget*>())
-            if (!c->objectName().isEmpty() && !c->objectName().startsWith(QLatin1String("qt_")))
-                out[c->objectName()] = QStringLiteral("%1 x %2").arg(twips(c, c->width())).arg(twips(c, c->height()));
-        return out;
-    }
-
-    // A key pressed as the user does: it goes where the keyboard goes (an open
-    // menu, else the control with the focus, else the active window), through the
-    // toolkit's shortcut handling.
-    void press(const QString& name) {
-        const QKeySequence seq = QKeySequence::fromString(name, QKeySequence::PortableText);
-        if (seq.count() != 1 || seq[0].key() == Qt::Key_unknown) error("tecla desconocida " + name);
-        QWidget* target = QApplication::activePopupWidget();
-        if (!target) target = QApplication::focusWidget();
-        if (!target) target = QApplication::activeWindow();
-        if (!target) error(QStringLiteral("ninguna ventana recibe teclas"));
-        QTest::keyClick(target, seq[0].key(), seq[0].keyboardModifiers());
     }
 
     QString rows(const QString& sql) {
@@ -485,9 +685,8 @@ private:
     // The fields of the current row joined by "|": the columns named in the
     // SELECT, or every column of the table for "SELECT *".
     QString rowText(vel::Recordset& rs, const QString& sql) {
-        QStringList cols = selectColumns(sql);
         QStringList values;
-        for (const QString& c : cols) {
+        for (const QString& c : selectColumns(sql)) {
             const vb::Variant v = rs.Fields(c);
             values << (v.isNull() ? QStringLiteral("Null") : v.str());
         }
@@ -513,289 +712,152 @@ private:
         return cols;
     }
 
-    void command(const QString& line, const QStringList& lines) {
-        const QStringList w = words(line);
-        const QString cmd = w.value(0);
-        auto arg = [&](int i) {
-            if (i >= w.size()) error("falta un argumento en " + cmd);
-            return w[i];
-        };
-        if (cmd == QLatin1String("today")) {
-            const QDate d = QDate::fromString(arg(1), QStringLiteral("dd/MM/yyyy"));
-            const QTime t = w.size() > 2 ? QTime::fromString(w[2], QStringLiteral("HH:mm:ss")) : QTime(10, 0, 0);
-            if (!d.isValid() || !t.isValid()) error(QStringLiteral("fecha u hora no válidas"));
-            vb::clock::pin(QDateTime(d, t));
-        } else if (cmd == QLatin1String("file")) {
-            const QString name = arg(1);
-            if (w.value(2) != QLatin1String("<<END")) error(QStringLiteral("file NOMBRE <<END ... END"));
-            QStringList body;
-            for (++lineNo_; lineNo_ < lines.size() && lines[lineNo_].trimmed() != QLatin1String("END"); ++lineNo_)
-                body << lines[lineNo_];
-            if (lineNo_ >= lines.size()) error(QStringLiteral("falta END"));
-            *out_ += QStringLiteral("  (%1 líneas)\n").arg(body.size());
-            const QString path = QDir(folder_).filePath(name);
-            QDir().mkpath(QFileInfo(path).path());
-            QFile f(path);
-            if (!f.open(QIODevice::WriteOnly)) error("no se puede escribir " + name);
-            QString content = body.join('\n');
-            if (!body.isEmpty()) content += '\n';
-            f.write(content.toUtf8());
-            f.close();
-            if (content.startsWith(QLatin1String("#!")))
-                f.setPermissions(f.permissions() | QFileDevice::ExeOwner | QFileDevice::ExeUser);
-        } else if (cmd == QLatin1String("nodb")) {
-            QFile::remove(dbPath());
-        } else if (cmd == QLatin1String("sql")) {
-            const QString sql = arg(1);
-            if (vel::BaseDatos) {
-                vel::BaseDatos->Execute(sql);
-            } else {
-                auto db = vel::Database::OpenDatabase(dbPath());
-                db->Execute(sql);
-            }
-        } else if (cmd == QLatin1String("start")) {
-            start();
-        } else if (cmd == QLatin1String("restart")) {
-            teardown();
-            start();
-        } else if (cmd == QLatin1String("menu")) {
-            activate();
-            QAction* a = mdi()->menuEntry(arg(1));
-            if (!a) error("no hay entrada de menú " + w[1]);
-            if (!a->isEnabled()) {
-                *out_ += QStringLiteral("  (la entrada está deshabilitada: no se puede elegir)\n");
-                return;
-            }
-            if (a->menu()) error("la entrada " + w[1] + " es un submenú");
-            a->trigger();
-        } else if (cmd == QLatin1String("click")) {
-            QWidget* c = find(arg(1));
-            needVisible(c, w[1]);
-            activate();
-            if (qobject_cast<QComboBox*>(c)) {
-                giveFocus(c);
-            } else {
-                QTest::mouseClick(c, Qt::LeftButton, Qt::NoModifier, c->rect().center());
-            }
-        } else if (cmd == QLatin1String("dblclick")) {
-            QWidget* c = find(arg(1));
-            needVisible(c, w[1]);
-            activate();
-            if (auto* v = qobject_cast<QAbstractItemView*>(c); v && w.size() > 3) {
-                const QModelIndex index = v->model()->index(w[2].toInt(), w[3].toInt());
-                const QRect r = v->visualRect(index);
-                QTest::mouseClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, r.center());
-                QTest::mouseDClick(v->viewport(), Qt::LeftButton, Qt::NoModifier, r.center());
-            } else {
-                QTest::mouseDClick(c, Qt::LeftButton, Qt::NoModifier, c->rect().center());
-            }
-        } else if (cmd == QLatin1String("focus")) {
-            QWidget* c = find(arg(1));
-            needVisible(c, w[1]);
-            giveFocus(c);
-        } else if (cmd == QLatin1String("type")) {
-            QWidget* c = find(arg(1));
-            needVisible(c, w[1]);
-            giveFocus(c);
-            for (const QChar ch : arg(2)) {
-                QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : keyTarget(c);
-                if (ch.unicode() < 128) {
-                    QTest::keyClick(target, char(ch.unicode()));
-                } else {
-                    // Letters beyond ASCII (ñ, á) are keys that carry their text.
-                    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(ch));
-                    QApplication::sendEvent(target, &press);
-                    QKeyEvent release(QEvent::KeyRelease, Qt::Key_unknown, Qt::NoModifier, QString(ch));
-                    QApplication::sendEvent(target, &release);
-                }
-                settle();
-            }
-        } else if (cmd == QLatin1String("key")) {
-            QWidget* c = find(arg(1));
-            needVisible(c, w[1]);
-            giveFocus(c);
-            QWidget* target = QApplication::focusWidget() ? QApplication::focusWidget() : keyTarget(c);
-            const Qt::Key k = keyOf(arg(2));
-            if (k != Qt::Key_unknown)
-                QTest::keyClick(target, k);
-            else if (w[2].size() == 1)
-                QTest::keyClick(target, w[2][0].toLatin1());
-            else
-                error("tecla desconocida " + w[2]);
-        } else if (cmd == QLatin1String("select")) {
-            QWidget* c = find(arg(1));
-            needVisible(c, w[1]);
-            auto* combo = qobject_cast<QComboBox*>(c);
-            if (!combo) error(w[1] + " no es una lista");
-            bool isIndex = false;
-            int index = arg(2).toInt(&isIndex);
-            if (!isIndex || line.contains('"')) index = combo->findText(w[2], Qt::MatchExactly);
-            if (index < 0 || index >= combo->count()) error("no hay tal entrada en " + w[1] + ": " + w[2]);
-            giveFocus(combo);
-            combo->setCurrentIndex(index);
-            emit combo->activated(index);
-        } else if (cmd == QLatin1String("check")) {
-            auto* c = qobject_cast<QCheckBox*>(find(arg(1)));
-            if (!c) error(w[1] + " no es una casilla");
-            needVisible(c, w[1]);
-            activate();
-            if (vb::Value(c) != arg(2).toInt()) QTest::mouseClick(c, Qt::LeftButton, Qt::NoModifier, QPoint(8, c->height() / 2));
-        } else if (cmd == QLatin1String("option")) {
-            auto* o = qobject_cast<QRadioButton*>(find(arg(1)));
-            if (!o) error(w[1] + " no es una opción");
-            needVisible(o, w[1]);
-            activate();
-            QTest::mouseClick(o, Qt::LeftButton, Qt::NoModifier, QPoint(8, o->height() / 2));
-        } else if (cmd == QLatin1String("resize")) {
-            QWidget* win = find(arg(1));
-            const double tpp = 1440.0 / win->logicalDpiX();
-            const int frameW = win->frameGeometry().width() - win->width();
-            const int frameH = win->frameGeometry().height() - win->height();
-            win->resize(int(arg(2).toInt() / tpp + 0.5) - frameW, int(arg(3).toInt() / tpp + 0.5) - frameH);
-        } else if (cmd == QLatin1String("press")) {
-            activate();
-            press(arg(1));
-        } else if (cmd == QLatin1String("close")) {
-            // Closing by the window's system box: the main window, or a child's frame.
-            QWidget* win = window(arg(1));
-            if (!win) error("la ventana " + w[1] + " no está abierta");
-            frameOf(win)->close();
-        } else if (cmd == QLatin1String("env")) {
-            qputenv(arg(1).toLocal8Bit(), arg(2).toLocal8Bit());
-        } else if (cmd == QLatin1String("remember-sizes")) {
-            QWidget* win = window(arg(1));
-            if (!win) error("la ventana " + w[1] + " no está abierta");
-            remembered_[w[1]] = sizes(win);
-        } else if (cmd == QLatin1String("expect-same-sizes")) {
-            QWidget* win = window(arg(1));
-            if (!win) error("la ventana " + w[1] + " no está abierta");
-            const auto it = remembered_.find(w[1]);
-            if (it == remembered_.end()) error("no se recordaron los tamaños de " + w[1]);
-            const auto now = sizes(win);
-            QStringList changed;
-            for (const auto& [control, size] : it->second) {
-                const auto n = now.find(control);
-                if (n == now.end() || n->second != size)
-                    changed << control + " " + size + " -> " + (n == now.end() ? QStringLiteral("?") : n->second);
-            }
-            if (!changed.isEmpty()) fail("cambiaron de tamaño: " + changed.join(", "));
-        } else if (cmd == QLatin1String("minimize")) {
-            frameOf(find(arg(1)))->showMinimized();
-        } else if (cmd == QLatin1String("maximize")) {
-            frameOf(find(arg(1)))->showMaximized();
-        } else if (cmd == QLatin1String("restore")) {
-            frameOf(find(arg(1)))->showNormal();
-        } else if (cmd == QLatin1String("run")) {
-            QProcess p;
-            p.setWorkingDirectory(folder_);
-            p.start(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), arg(1)});
-            p.waitForFinished(30000);
-        } else if (cmd == QLatin1String("wait")) {
-            QElapsedTimer t;
-            t.start();
-            while (t.elapsed() < arg(1).toInt()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        } else if (cmd == QLatin1String("answer")) {
-            boxes_.answers.push_back(answerCode(arg(1)));
-        } else if (cmd == QLatin1String("show")) {
-            const QString what = arg(1);
-            if (what == QLatin1String("session")) {
-                vel::MDI* m = mdi();
-                *out_ += QStringLiteral("  ClientePrograma=%1 TiendaPrograma=%2 Timer1.Enabled=%3 Timer1.Interval=%4\n")
-                             .arg(quote(m->ClientePrograma), quote(m->TiendaPrograma), boolText(m->Timer1->Enabled()))
-                             .arg(m->Timer1->Interval());
-            } else if (what == QLatin1String("windows")) {
-                for (vb::Form* f : mdi()->openForms())
-                    *out_ += QStringLiteral("  %1 %2\n").arg(f->objectName(), quote(f->windowTitle()));
-            } else {
-                QWidget* c = find(what);
-                if (qobject_cast<vel::MDI*>(c) || qobject_cast<vb::Form*>(c))
-                    showWindow(c);
-                else
-                    *out_ += "  " + controlState(c).replace("\n    ", "\n      ") + '\n';
-            }
-        } else if (cmd == QLatin1String("query")) {
-            const QString r = rows(arg(1));
-            if (r.isEmpty())
-                *out_ += QStringLiteral("  (ninguna fila)\n");
-            else
-                for (const QString& row : r.split(';')) *out_ += "  " + row + '\n';
-        } else if (cmd == QLatin1String("cat")) {
-            QFile f(QDir(folder_).filePath(arg(1)));
-            if (!f.open(QIODevice::ReadOnly)) {
-                *out_ += QStringLiteral("  (no existe)\n");
-            } else {
-                for (const QString& l : QString::fromUtf8(f.readAll()).split('\n')) *out_ += "  | " + l + '\n';
-            }
-        } else if (cmd == QLatin1String("screenshot")) {
-            QWidget* win = w.size() > 2 ? find(w[2]) : mdi();
-            win->grab().save(arg(1));
-        } else if (cmd == QLatin1String("expect")) {
-            const QString name = arg(1);
-            // The property follows the last dot outside parentheses, so that
-            // both Combocodigo.List(0) and an array control, Textven(0).Enabled, work.
-            int dot = -1, depth = 0;
-            for (int i = 0; i < name.size(); ++i) {
-                if (name[i] == '(') ++depth;
-                else if (name[i] == ')') --depth;
-                else if (name[i] == '.' && depth == 0) dot = i;
-            }
-            if (name.startsWith(QLatin1String("session."))) dot = 7;
-            if (dot <= 0) error(QStringLiteral("expect CONTROL.Propiedad \"valor\""));
-            QString got;
-            if (name.left(dot) == QLatin1String("session")) {
-                const QString prop = name.mid(dot + 1);
-                vel::MDI* m = mdi();
-                if (prop == QLatin1String("ClientePrograma")) got = m->ClientePrograma;
-                else if (prop == QLatin1String("TiendaPrograma")) got = m->TiendaPrograma;
-                else if (prop == QLatin1String("Timer1.Enabled")) got = boolText(m->Timer1->Enabled());
-                else error("valor de sesión desconocido " + prop);
-            } else if (QAction* a = mdi()->menuEntry(name.left(dot))) {
-                // A menu entry: its caption and whether it can be chosen.
-                const QString prop = name.mid(dot + 1);
-                if (prop == QLatin1String("Enabled")) got = boolText(a->isEnabled());
-                else if (prop == QLatin1String("Caption")) got = a->text();
-                else error("propiedad desconocida " + prop + " en " + name.left(dot));
-            } else {
-                got = property(find(name.left(dot)), name.mid(dot + 1));
-            }
-            if (got != arg(2)) fail(name + " es " + quote(got) + ", se esperaba " + quote(w[2]));
-        } else if (cmd == QLatin1String("expect-msg")) {
-            if (boxes_.unchecked.empty()) fail("no se mostró ningún mensaje; se esperaba " + quote(arg(1)));
-            const QString got = boxes_.unchecked.front();
-            boxes_.unchecked.pop_front();
-            if (got != arg(1)) fail("el mensaje fue " + quote(got) + ", se esperaba " + quote(w[1]));
-        } else if (cmd == QLatin1String("expect-no-msg")) {
-            if (!boxes_.unchecked.empty()) fail("hay un mensaje sin comprobar: " + quote(boxes_.unchecked.front()));
-        } else if (cmd == QLatin1String("expect-focus")) {
-            QWidget* c = find(arg(1));
-            QWidget* f = QApplication::focusWidget();
-            if (f != c && !(f && c->isAncestorOf(f) && qobject_cast<QComboBox*>(c)))
-                fail("el foco está en " + (f ? f->objectName() : QStringLiteral("ningún control")));
-        } else if (cmd == QLatin1String("expect-open")) {
-            if (!window(arg(1))) fail(w[1] + " no está abierta");
-        } else if (cmd == QLatin1String("expect-closed")) {
-            if (window(arg(1))) fail(w[1] + " está abierta");
-        } else if (cmd == QLatin1String("expect-query")) {
-            const QString got = rows(arg(1));
-            if (got != arg(2)) fail("la consulta dio " + quote(got) + ", se esperaba " + quote(w[2]));
-        } else if (cmd == QLatin1String("expect-ended")) {
-            if (!ended_) fail(QStringLiteral("el programa sigue en marcha"));
-        } else if (cmd == QLatin1String("expect-file")) {
-            QFile f(QDir(folder_).filePath(arg(1)));
-            const QString got = f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
-            if (got != arg(2)) fail(w[1] + " tiene " + quote(got));
-        } else {
-            error("orden desconocida: " + cmd);
+    // ---- Expectations ---------------------------------------------------------------------
+
+    void expect(const Line& line) {
+        const QString name = line.arg(1);
+        // The property follows the last dot outside parentheses, so that
+        // both Combocodigo.List(0) and an array control, Textven(0).Enabled, work.
+        int dot = -1, depth = 0;
+        for (int i = 0; i < name.size(); ++i) {
+            if (name[i] == '(') ++depth;
+            else if (name[i] == ')') --depth;
+            else if (name[i] == '.' && depth == 0) dot = i;
         }
+        if (name.startsWith(QLatin1String("session."))) dot = 7;
+        if (dot <= 0) error(QStringLiteral("expect CONTROL.Propiedad \"valor\""));
+        QString got;
+        if (name.left(dot) == QLatin1String("session")) {
+            const QString prop = name.mid(dot + 1);
+            vel::MDI* m = mdi();
+            if (prop == QLatin1String("ClientePrograma")) got = m->ClientePrograma;
+            else if (prop == QLatin1String("TiendaPrograma")) got = m->TiendaPrograma;
+            else if (prop == QLatin1String("Timer1.Enabled")) got = BoolText(m->Timer1->Enabled());
+            else error("valor de sesión desconocido " + prop);
+        } else if (QAction* a = mdi()->menuEntry(name.left(dot))) {
+            // A menu entry: its caption and whether it can be chosen.
+            const QString prop = name.mid(dot + 1);
+            if (prop == QLatin1String("Enabled")) got = BoolText(a->isEnabled());
+            else if (prop == QLatin1String("Caption")) got = a->text();
+            else error("propiedad desconocida " + prop + " en " + name.left(dot));
+        } else {
+            got = property(find(name.left(dot)), name.mid(dot + 1));
+        }
+        if (got != line.arg(2)) fail(name + " es " + Quote(got) + ", se esperaba " + Quote(line.arg(2)));
+    }
+
+    ShownBox oldestUnchecked(const QString& expected) {
+        if (boxes_.unchecked.empty()) fail("no se mostró ningún mensaje; se esperaba " + Quote(expected));
+        const ShownBox box = boxes_.unchecked.front();
+        boxes_.unchecked.pop_front();
+        return box;
+    }
+
+    void expectMsg(const Line& line) {
+        const QString got = oldestUnchecked(line.arg(1)).text;
+        if (got != line.arg(1)) fail("el mensaje fue " + Quote(got) + ", se esperaba " + Quote(line.arg(1)));
+    }
+
+    // expect-msgbox "TITLE" "TEXT" STYLE
+    void expectMsgbox(const Line& line) {
+        const QString title = line.arg(1), text = line.arg(2);
+        bool ok = false;
+        const int style = line.arg(3).toInt(&ok);
+        if (!ok) error("el estilo es un número: " + line.arg(3));
+        const ShownBox got = oldestUnchecked(text);
+        if (got.title != title || got.text != text || got.style != style)
+            fail(QStringLiteral("el mensaje fue %1 %2 style %3, se esperaba %4 %5 style %6")
+                     .arg(Quote(got.title), Quote(got.text))
+                     .arg(got.style)
+                     .arg(Quote(title), Quote(text))
+                     .arg(style));
+    }
+
+    void expectNoMsg(const Line&) {
+        if (!boxes_.unchecked.empty()) fail("hay un mensaje sin comprobar: " + Quote(boxes_.unchecked.front().text));
+    }
+
+    void expectFocus(const Line& line) {
+        QWidget* c = find(line.arg(1));
+        QWidget* f = QApplication::focusWidget();
+        if (f != c && !(f && c->isAncestorOf(f) && qobject_cast<QComboBox*>(c)))
+            fail("el foco está en " + (f ? f->objectName() : QStringLiteral("ningún control")));
+    }
+
+    void expectOpen(const Line& line) {
+        if (!window(line.arg(1))) fail(line.arg(1) + " no está abierta");
+    }
+
+    void expectClosed(const Line& line) {
+        if (window(line.arg(1))) fail(line.arg(1) + " está abierta");
+    }
+
+    void expectQuery(const Line& line) {
+        const QString got = rows(line.arg(1));
+        if (got != line.arg(2)) fail("la consulta dio " + Quote(got) + ", se esperaba " + Quote(line.arg(2)));
+    }
+
+    void expectEnded(const Line&) {
+        if (!ended_) fail(QStringLiteral("el programa sigue en marcha"));
+    }
+
+    void expectFile(const Line& line) {
+        QFile f(QDir(folder_).filePath(line.arg(1)));
+        const QString got = f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QString();
+        if (got != line.arg(2)) fail(line.arg(1) + " tiene " + Quote(got));
+    }
+
+    static long twips(const QWidget* w, int pixels) { return std::lround(pixels * 1440.0 / w->logicalDpiX()); }
+
+    // Width and Height of every named control of a window, in twips.
+    std::map<QString, QString> sizes(QWidget* win) {
+        std::map<QString, QString> out;
+        for (QWidget* c : win->findChildren<QWidget*>())
+            if (!c->objectName().isEmpty() && !c->objectName().startsWith(QLatin1String("qt_")))
+                out[c->objectName()] = QStringLiteral("%1 x %2").arg(twips(c, c->width())).arg(twips(c, c->height()));
+        return out;
+    }
+
+    void rememberSizes(const Line& line) { remembered_[line.arg(1)] = sizes(openWindow(line)); }
+
+    void expectSameSizes(const Line& line) {
+        QWidget* win = openWindow(line);
+        const auto it = remembered_.find(line.arg(1));
+        if (it == remembered_.end()) error("no se recordaron los tamaños de " + line.arg(1));
+        const auto now = sizes(win);
+        QStringList changed;
+        for (const auto& [control, size] : it->second) {
+            const auto n = now.find(control);
+            if (n == now.end() || n->second != size)
+                changed << control + " " + size + " -> " + (n == now.end() ? QStringLiteral("?") : n->second);
+        }
+        if (!changed.isEmpty()) fail("cambiaron de tamaño: " + changed.join(", "));
+    }
+
+    // expect-pointer wait|normal: the program's MousePointer, and the pointer on screen.
+    void expectPointer(const Line& line) {
+        const QString wanted = line.arg(1);
+        if (wanted != QLatin1String("wait") && wanted != QLatin1String("normal"))
+            error(QStringLiteral("expect-pointer wait|normal"));
+        const bool busy = vb::MousePointer() == vb::vbHourglass;
+        const QCursor* shown = QGuiApplication::overrideCursor();
+        const bool hourglass = shown && shown->shape() == Qt::WaitCursor;
+        if (busy != hourglass) fail(QStringLiteral("MousePointer y el puntero de la pantalla no coinciden"));
+        const QString got = busy ? QStringLiteral("wait") : QStringLiteral("normal");
+        if (got != wanted) fail("el puntero es " + got + ", se esperaba " + wanted);
     }
 
     QString* out_;
     QString origin_;
     ScriptedBoxes boxes_;
+    ScriptedDialogs dialogs_;
     QTemporaryDir dir_;
     QString folder_;
-    int lineNo_ = 0;
+    std::optional<vb::InstalledEnvironment> environment_;
+    vel::WindowTableMap windows_;
+    const QStringList* lines_ = nullptr;
     std::map<QString, std::map<QString, QString>> remembered_;
+    int lineNo_ = 0;
     bool started_ = false;
     bool ended_ = false;
     bool endReported_ = false;
