@@ -78,7 +78,7 @@ DocumentTotals::DocumentTotals(QWidget* parent)
     OnLostFocus(Textdescuento, [this] { Textdescuento_LostFocus(); });
     OnLostFocus(Textiva, [this] { Textiva_LostFocus(); });
     OnLostFocus(Textrecargo, [this] { Textrecargo_LostFocus(); });
-    connect(Gridfacturas, &vb::FlexGrid::DblClick, this, [this] { vb::RunEvent([this] { Gridfacturas_DblClick(); }); });
+    OnDblClick(Gridfacturas, [this] { Gridfacturas_DblClick(); });
 
     OnChange(Labelsubtotal, [this] { Labelsubtotal_Change(); });
     OnChange(Labeltotal, [this] { Labeltotal_Change(); });
