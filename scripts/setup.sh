@@ -8,8 +8,9 @@ PACKAGES=(
   g++ cmake make pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libqt6svg6
-  libsqlite3-dev libicu-dev
+  libsqlite3-dev libicu-dev libshp-dev
   libgtest-dev libgmock-dev libbenchmark-dev
+  clang libclang-rt-14-dev llvm
   fonts-liberation xvfb xauth locales
   x11-apps
 )

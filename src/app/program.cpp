@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "core/dbase_store.h"
 #include "core/schema.h"
 #include "runtime/app.h"
 
@@ -54,8 +55,11 @@ QString ProgramFolder(const QString& programDir, const QString& currentDir, cons
 void PrepareUserFolder(const QString& folder) {
     QDir dir(folder);
     if (dir.exists()) return;
-    for (const char* sub : {"enviar", "recibir", "importacion"}) dir.mkpath(QString::fromLatin1(sub));
+    for (const char* sub : {"enviar", "recibir", "importacion", "c/cadenart"}) dir.mkpath(QString::fromLatin1(sub));
     schema::CreateEmptyDatabase(dir.filePath(QStringLiteral("datos.mdb")));
+    // The chain's catalogue folder c:\cadenart, with an empty catalogue until
+    // the chain's own file replaces it, so that the products window opens.
+    CreateEmptyCatalogue(dir.filePath(QStringLiteral("c/cadenart/articulo.dbf")));
 }
 
 } // namespace vel

@@ -1,6 +1,7 @@
 #include "app/window_table.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
+#include "masterdata/farticulos.h"
 #include "masterdata/falmacenes.h"
 #include "masterdata/fformapago.h"
 #include "masterdata/foperador.h"
@@ -18,6 +19,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuArchivoItemMantenimientoBancos", {"Bancos", [] { return new Bancos; }}},
         {"MnuArchivoItemMantenimientosucursales", {"Sucursales", [] { return new Sucursales; }}},
         {"mnuArchivoItemMantenimientoEstructura", {"Estructura", [] { return new Estructura; }}},
+        {"mnuArchivoItemMantenimientoArticulos", {"Farticulos", [] { return new Farticulos; }}},
         {"MnuArchivoItemMantenimientotiendas", {"Ftienda", [] { return new Ftienda; }}},
         {"MnuArchivoItemMantenimientoalmacenes", {"Falmacenes", [] { return new Falmacenes; }}},
         {"MnuArchivoItemMantenimientooperadores", {"Foperador", [] { return new Foperador; }}},

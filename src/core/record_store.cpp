@@ -842,6 +842,17 @@ std::unique_ptr<Database> Database::CreateDatabase(const QString& path) {
     return std::unique_ptr<Database>(new Database(db, path));
 }
 
+std::unique_ptr<Database> Database::CreateInMemory(const QString& path) {
+    sqlite3* db = nullptr;
+    const int rc = sqlite3_open_v2(":memory:", &db, openFlags(SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE), nullptr);
+    if (rc != SQLITE_OK) {
+        if (db) sqlite3_close_v2(db);
+        vb::Raise(7, QStringLiteral("Memoria insuficiente"));
+    }
+    registerFunctions(db);
+    return std::unique_ptr<Database>(new Database(db, path));
+}
+
 sqlite3_stmt* Database::prepare(const QString& sql) {
     const QString text = toEngineDialect(sql);
     const QByteArray utf8 = text.toUtf8();

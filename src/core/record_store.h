@@ -74,6 +74,9 @@ public:
     static std::unique_ptr<Database> OpenDatabase(const QString& path);
     // Creates a new, empty database file (used by the empty-database maker and tests).
     static std::unique_ptr<Database> CreateDatabase(const QString& path);
+    // A database that lives in memory only, with the same dialect; `path`
+    // names it in messages. The chain's catalogue is one (dbase_store.h).
+    static std::unique_ptr<Database> CreateInMemory(const QString& path);
     ~Database();
 
     std::unique_ptr<Recordset> OpenRecordset(const QString& sql);

@@ -23,6 +23,9 @@
 #include "runtime/errors.h"
 
 #include <QFileInfo>
+#include <sqlite3.h>
+
+#include <algorithm>
 
 namespace vel::schema {
 
@@ -220,8 +223,12 @@ std::vector<Table> buildTables() {
 
     // Products: the reference is the product ("Ya existe un artículo con esa
     // REFERENCIA" in the window). Bar codes are not unique (two products may
-    // share one), but each of the three is searched, so each has an index; the
-    // leaf of the article structure lists its products.
+    // share one). The counter and the sales windows look a product up by
+    // "referencia_productos = x OR cod_barras1_productos = x OR ... = x", which
+    // the engine answers with one index search for each of the four columns:
+    // the key, and an index on each bar code. The products window lists a leaf
+    // of the article structure "ORDER BY referencia_productos": the leaf's
+    // index ends with the reference, so the rows come in order with no sort.
     t.push_back({"productos",
                  {{"division_productos", T},     {"gfamilia_productos", T},      {"familia_productos", T},
                   {"articulo_productos", T},     {"referencia_productos", T},    {"descripcion_productos", T},
@@ -238,7 +245,8 @@ std::vector<Table> buildTables() {
                  {{"cod_barras1_productos"},
                   {"cod_barras2_productos"},
                   {"cod_barras3_productos"},
-                  {"division_productos", "gfamilia_productos", "familia_productos", "articulo_productos"}}});
+                  {"division_productos", "gfamilia_productos", "familia_productos", "articulo_productos",
+                   "referencia_productos"}}});
 
     // Customers: the NIF is the record (every UPDATE and DELETE names it), and
     // the window leaves a repeated NIF to the engine: a second customer with
@@ -410,6 +418,73 @@ void CreateTables(Database& db) {
     for (const Table& t : Tables()) {
         db.Execute(CreateTableSql(t));
         for (const QString& sql : CreateIndexSql(t)) db.Execute(sql);
+    }
+}
+
+namespace {
+
+// The indexes a table has: name and columns (lower-cased), the key's own
+// included.
+std::vector<std::pair<QString, QStringList>> existingIndexes(sqlite3* h, const QString& table) {
+    std::vector<std::pair<QString, QStringList>> out;
+    sqlite3_stmt* st = nullptr;
+    const QByteArray list = QStringLiteral("PRAGMA index_list(\"%1\")").arg(table).toUtf8();
+    if (sqlite3_prepare_v2(h, list.constData(), -1, &st, nullptr) == SQLITE_OK) {
+        while (sqlite3_step(st) == SQLITE_ROW)
+            out.push_back({QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 1))), {}});
+    }
+    sqlite3_finalize(st);
+    for (auto& [name, cols] : out) {
+        const QByteArray info = QStringLiteral("PRAGMA index_info(\"%1\")").arg(name).toUtf8();
+        if (sqlite3_prepare_v2(h, info.constData(), -1, &st, nullptr) == SQLITE_OK) {
+            while (sqlite3_step(st) == SQLITE_ROW)
+                cols << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 2))).toLower();
+        }
+        sqlite3_finalize(st);
+    }
+    return out;
+}
+
+bool tableExists(sqlite3* h, const char* table) {
+    sqlite3_stmt* st = nullptr;
+    bool found = false;
+    if (sqlite3_prepare_v2(h, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?1 COLLATE NOCASE", -1,
+                           &st, nullptr) == SQLITE_OK) {
+        sqlite3_bind_text(st, 1, table, -1, SQLITE_STATIC);
+        found = sqlite3_step(st) == SQLITE_ROW;
+    }
+    sqlite3_finalize(st);
+    return found;
+}
+
+} // namespace
+
+void CreateMissingIndexes(Database& db) {
+    sqlite3* h = db.handle();
+    for (const Table& t : Tables()) {
+        if (!tableExists(h, t.name)) continue;
+        const auto have = existingIndexes(h, QLatin1String(t.name));
+        auto taken = [&](const QString& name) {
+            for (const auto& [n, c] : have)
+                if (n.compare(name, Qt::CaseInsensitive) == 0) return true;
+            return false;
+        };
+        const std::vector<QString> create = CreateIndexSql(t);
+        for (size_t i = 0; i < t.indexes.size(); ++i) {
+            QStringList cols;
+            for (const char* c : t.indexes[i]) cols << QString::fromLatin1(c).toLower();
+            bool present = false;
+            for (const auto& [n, c] : have) present = present || c == cols;
+            if (present) continue;
+            // The name may belong to an index of other columns (the leaf
+            // index before it ended with the reference): then a new name.
+            const QString name = QStringLiteral("ix_%1_%2").arg(QLatin1String(t.name)).arg(i + 1);
+            QString fresh = name;
+            for (int k = 2; taken(fresh); ++k) fresh = QStringLiteral("%1_%2").arg(name).arg(k);
+            QString sql = create[i];
+            sql.replace(QStringLiteral("CREATE INDEX %1 ").arg(name), QStringLiteral("CREATE INDEX %1 ").arg(fresh));
+            sqlite3_exec(h, sql.toUtf8().constData(), nullptr, nullptr, nullptr);
+        }
     }
 }
 

@@ -44,6 +44,13 @@ std::vector<QString> CreateIndexSql(const Table& table);
 
 // Creates every table and index on an open, empty database.
 void CreateTables(Database& db);
+// Creates, on an existing database, the indexes of the list above that it
+// lacks (a file made before they were part of it): the product lookups of the
+// counter and the sales windows depend on them. An index counts as there when
+// one of the same columns exists, whatever its name. Run once after the open;
+// an index that can't be made is passed over, since the program works without
+// it, only slower.
+void CreateMissingIndexes(Database& db);
 // Writes the rows a user enters first: store 1, operator 1, the three VAT
 // types with their equivalence surcharges, and the payment terms for cash and
 // for 30, 60 and 90 days.

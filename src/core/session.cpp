@@ -1,5 +1,6 @@
 #include "core/session.h"
 #include "core/mdi.h"
+#include "core/schema.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include <sqlite3.h>
@@ -14,6 +15,9 @@ Database* BaseCatalogo = nullptr;
 void Main() {
     const QString path = vb::AppPath() + QStringLiteral("/datos.mdb");
     BaseDatos = Database::OpenDatabase(path).release();
+    // A database made before the product lookups had their indexes gets them
+    // now, once.
+    schema::CreateMissingIndexes(*BaseDatos);
     auto* mdi = new MDI;
     // Show loads the window first: MDIForm_Load runs before it appears.
     mdi->MDIForm_Load();

@@ -2,6 +2,7 @@
 // folder it is started from once installed, or the user's own folder, made with
 // an empty database the first time.
 #include "app/program.h"
+#include "core/dbase_store.h"
 #include "core/record_store.h"
 
 #include <QDir>
@@ -60,6 +61,9 @@ TEST_F(ProgramFolder, TheFirstRunMakesTheUsersFolderWithAnEmptyDatabase) {
     auto db = vel::Database::OpenDatabase(folder + "/datos.mdb");
     auto rs = db->OpenRecordset("SELECT codigo_tienda FROM tienda");
     EXPECT_FALSE(rs->Eof());
+    // And an empty chain catalogue where the products window looks for it.
+    auto catalogo = vel::OpenDbaseDatabase(folder + "/c/cadenart", "articulo.dbf");
+    EXPECT_TRUE(catalogo->OpenRecordset("SELECT codigo, nombre FROM articulo")->Eof());
 }
 
 TEST_F(ProgramFolder, AnExistingUsersFolderIsLeftAsItIs) {

@@ -12,6 +12,7 @@
 #include "runtime/mouse_pointer.h"
 #include "runtime/msgbox.h"
 #include "scenario/controls.h"
+#include "scenario/dbf_table.h"
 #include "scenario/fpruebacontroles.h"
 #include "scenario/script.h"
 #include "scenario/services.h"
@@ -147,6 +148,7 @@ private:
             // Setting up
             {"today", &Driver::today},
             {"file", &Driver::file},
+            {"dbf", &Driver::dbf},
             {"nodb", &Driver::nodb},
             {"sql", &Driver::sql},
             {"start", &Driver::startCommand},
@@ -297,6 +299,20 @@ private:
 
     // file NAME <<END ... END writes the lines as they stand; file NAME "text"
     // writes the text with its escapes (\r\n line ends, for instance).
+    // dbf NAME <<END ... END: a dBase table (scenario/dbf_table.h).
+    void dbf(const Line& line) {
+        const QString name = line.arg(1);
+        if (line.arg(2) != QLatin1String("<<END")) error(QStringLiteral("dbf NOMBRE <<END ... END"));
+        QStringList body;
+        const QStringList& lines = *lines_;
+        for (++lineNo_; lineNo_ < lines.size() && lines[lineNo_].trimmed() != QLatin1String("END"); ++lineNo_)
+            body << lines[lineNo_];
+        if (lineNo_ >= lines.size()) error(QStringLiteral("falta END"));
+        const QString why = ::scenario::WriteDbfTable(QDir(folder_).filePath(name), body);
+        if (!why.isEmpty()) error(why);
+        *out_ += QStringLiteral("  (%1 registros)\n").arg(body.size() - 1);
+    }
+
     void file(const Line& line) {
         const QString name = line.arg(1);
         QString content;
