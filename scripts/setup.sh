@@ -3,6 +3,7 @@
 # libqt6svg6 draws the program's icon; x11-apps brings xcalc, the calculator
 # of Utilidades > Calculadora.
 # Idempotent: when everything is already there it returns at once.
+# --fuzz adds what scripts/fuzz.sh needs.
 set -euo pipefail
 PACKAGES=(
   g++ cmake make pkg-config
@@ -14,6 +15,11 @@ PACKAGES=(
   fonts-liberation xvfb xauth locales
   x11-apps
 )
+# The fuzz targets' tool chain, for scripts/fuzz.sh only: clang with libFuzzer
+# and the sanitizers' runtime.
+if [ "${1:-}" = "--fuzz" ]; then
+  PACKAGES+=(clang-14 libclang-rt-14-dev)
+fi
 missing=()
 for p in "${PACKAGES[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed' || missing+=("$p")

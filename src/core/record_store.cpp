@@ -30,16 +30,23 @@
 //    its text (0012 -> '12'), and a text that is not a number in a numeric column
 //    fails with the type error 3464.
 //
-//  * Cursors read rows as they move and keep the rows read so far, so MoveFirst
-//    works. Before any statement that writes, every open cursor of every open
-//    database reads the rest of its rows and releases its statement: an open
-//    cursor then never holds a read snapshot while the windows write, and the
-//    write-ahead log can be checkpointed and stays small (the bulk price change
-//    walks a cursor and updates row by row).
+//  * Cursors read rows as they move and hold the current row and the keys of
+//    the rows met. Before any statement that writes, every open cursor of every
+//    open database takes the keys of the rows still to come and releases its
+//    statement: an open cursor then never holds a read snapshot while the
+//    windows write, and the write-ahead log can be checkpointed and stays small
+//    (the bulk price change walks a cursor and updates row by row). See
+//    "How a cursor holds its rows" below.
+//
+//  * A file is opened only when it is a database of this program, and nothing
+//    is written to it before that is known (see "Telling a database of this
+//    program from any other file" below).
 //
 //  * Exactly one statement per call; errors come back with the numbers and the
 //    Spanish descriptions of the original engine.
 #include "core/record_store.h"
+#include "core/schema.h"
+#include "core/sql_dialect.h"
 #include "runtime/errors.h"
 
 #include <sqlite3.h>
@@ -47,6 +54,7 @@
 #include <unicode/uchar.h>
 
 #include <QChar>
+#include <QFile>
 #include <QFileInfo>
 #include <QDir>
 #include <QRegularExpression>
@@ -380,92 +388,16 @@ void registerFunctions(sqlite3* db) {
 
 // Every open database of the program: a write through one of them first
 // releases the cursors of all of them (a window may open the file again for
-// itself).
-std::vector<Database*>& openDatabases() {
-    static std::vector<Database*> all;
-    return all;
-}
+// itself). The list runs through the databases: a plain pointer, with nothing
+// to destroy at the program's exit, so a database closed then (one held by a
+// static) never reads a list that is already gone.
+constinit Database* firstOpen = nullptr;
 
 // The first word of a statement, upper-cased.
 QString firstWord(const QString& sql) {
     static const QRegularExpression re(QStringLiteral("^[\\s(]*([A-Za-z]+)"));
     const auto m = re.match(sql);
     return m.hasMatch() ? m.captured(1).toUpper() : QString();
-}
-
-// A number written straight against the next word, as in
-// "ejercicio_series = 2024AND tienda_series = 2" (the ticket window joins the
-// year and the AND with no blank): the original engine reads the number and
-// then the word; SQLite wants a blank between them, which is put in here.
-// Texts in quotes are left alone.
-QString separateNumbersFromWords(const QString& sql) {
-    auto isWordChar = [](QChar c) { return c.isLetterOrNumber() || c == QLatin1Char('_') || c == QLatin1Char('$'); };
-    QString out;
-    qsizetype copied = 0;
-    const qsizetype n = sql.size();
-    qsizetype i = 0;
-    while (i < n) {
-        const QChar c = sql.at(i);
-        if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
-            const QChar quote = c;
-            ++i;
-            while (i < n && sql.at(i) != quote) ++i;
-            ++i;
-            continue;
-        }
-        if (c == QLatin1Char('[')) {
-            while (i < n && sql.at(i) != QLatin1Char(']')) ++i;
-            ++i;
-            continue;
-        }
-        if (isWordChar(c) && !c.isDigit()) {
-            while (i < n && isWordChar(sql.at(i))) ++i;
-            continue;
-        }
-        if (c.isDigit() || (c == QLatin1Char('.') && i + 1 < n && sql.at(i + 1).isDigit())) {
-            while (i < n && sql.at(i).isDigit()) ++i;
-            if (i < n && sql.at(i) == QLatin1Char('.')) {
-                ++i;
-                while (i < n && sql.at(i).isDigit()) ++i;
-            }
-            if (i + 1 < n && (sql.at(i) == QLatin1Char('e') || sql.at(i) == QLatin1Char('E'))) {
-                qsizetype j = i + 1;
-                if (j < n && (sql.at(j) == QLatin1Char('+') || sql.at(j) == QLatin1Char('-'))) ++j;
-                if (j < n && sql.at(j).isDigit()) {
-                    i = j;
-                    while (i < n && sql.at(i).isDigit()) ++i;
-                }
-            }
-            if (i < n && isWordChar(sql.at(i))) {
-                out += QStringView(sql).mid(copied, i - copied);
-                out += QLatin1Char(' ');
-                copied = i;
-            }
-            continue;
-        }
-        ++i;
-    }
-    if (copied == 0) return sql;
-    out += QStringView(sql).mid(copied);
-    return out;
-}
-
-// The statement in the form SQLite takes: "DELETE *  FROM t" (with the star)
-// is the same statement as "DELETE FROM t", and numbers stand apart from the
-// words after them.
-QString toEngineDialect(const QString& text) {
-    const QString sql = separateNumbersFromWords(text);
-    // Only a DELETE can carry the star.
-    qsizetype i = 0;
-    while (i < sql.size() && sql.at(i).isSpace()) ++i;
-    if (!QStringView(sql).mid(i, 6).startsWith(QLatin1String("DELETE"), Qt::CaseInsensitive)) return sql;
-    static const QRegularExpression deleteStar(QStringLiteral("^(\\s*DELETE)\\s+\\*\\s*(FROM\\b)"),
-                                               QRegularExpression::CaseInsensitiveOption);
-    const auto m = deleteStar.match(sql);
-    if (!m.hasMatch()) return sql;
-    QString out = sql;
-    out.replace(m.capturedStart(), m.capturedLength(), m.captured(1) + QStringLiteral(" ") + m.captured(2));
-    return out;
 }
 
 // The expression the engine names in its message about a query: the WHERE
@@ -626,99 +558,266 @@ int openFlags(int flags) {
     return flags | SQLITE_OPEN_NOMUTEX;
 }
 
+int lockWait = 5000;
+
 void applySettings(sqlite3* db) {
     // See the head of this file: write-ahead log, synced at checkpoints.
     sqlite3_exec(db, "PRAGMA journal_mode=WAL", nullptr, nullptr, nullptr);
     sqlite3_exec(db, "PRAGMA synchronous=NORMAL", nullptr, nullptr, nullptr);
     sqlite3_exec(db, "PRAGMA cache_size=-32768", nullptr, nullptr, nullptr);
-    sqlite3_busy_timeout(db, 5000);
+}
+
+// ---------------------------------------------------------------------------
+// Telling a database of this program from any other file.
+//
+// Every database the program makes carries the program's mark in the engine's
+// header: the application id, four bytes at offset 68, "VLMR". A database made
+// before the mark existed has none (zero) and is known by its tables: all the
+// program's tables must be there. Anything else is not ours, and the check
+// changes nothing in it: the header is read as plain bytes, and the engine
+// only reads the file's list of tables before the store's settings (the
+// write-ahead log above all, which would rewrite the header for good) are
+// applied to a file known to be ours.
+
+constexpr quint32 kProgramMark = 0x564C4D52; // "VLMR"
+
+enum class Header { NotADatabase, Ours, Unmarked, Foreign };
+
+Header readHeader(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return Header::NotADatabase;
+    const QByteArray h = file.read(100);
+    static const QByteArray magic("SQLite format 3\0", 16);
+    if (h.size() < 100 || !h.startsWith(magic)) return Header::NotADatabase;
+    const auto* b = reinterpret_cast<const unsigned char*>(h.constData()) + 68;
+    const quint32 id = quint32(b[0]) << 24 | quint32(b[1]) << 16 | quint32(b[2]) << 8 | quint32(b[3]);
+    if (id == kProgramMark) return Header::Ours;
+    return id == 0 ? Header::Unmarked : Header::Foreign;
+}
+
+[[noreturn]] void raiseNotRecognised(const QString& path) {
+    vb::Raise(3343, QStringLiteral("Formato de base de datos no reconocido '%1'.").arg(path));
+}
+
+[[noreturn]] void raiseInUse(const QString& path) {
+    vb::Raise(3045, QStringLiteral("No se pudo usar '%1'; el archivo ya está en uso.").arg(path));
+}
+
+// The first read of the file, through the engine: the names of its tables. A
+// lock held by another program is waited for here (the wait is set before),
+// and reported as the file being in use.
+QStringList readTableNames(sqlite3* db, const QString& path) {
+    sqlite3_stmt* st = nullptr;
+    int rc = sqlite3_prepare_v2(db, "SELECT name FROM sqlite_master WHERE type = 'table'", -1, &st, nullptr);
+    QStringList names;
+    if (rc == SQLITE_OK) {
+        while ((rc = sqlite3_step(st)) == SQLITE_ROW)
+            names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
+    }
+    sqlite3_finalize(st);
+    if (rc == SQLITE_DONE) return names;
+    switch (rc & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: raiseInUse(path);
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+    case SQLITE_IOERR: vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    default: raiseNotRecognised(path); // a file the engine can't read as a database
+    }
+}
+
+bool holdsTheProgramsTables(const QStringList& names) {
+    for (const schema::Table& t : schema::Tables())
+        if (!names.contains(QLatin1String(t.name), Qt::CaseInsensitive)) return false;
+    return true;
 }
 
 } // namespace
 
 // ---------------------------------------------------------------------------
 // Recordset
+//
+// How a cursor holds its rows, and why.
+//
+// A cursor must never hold the engine's read snapshot while the program
+// writes: the bulk price change walks all products and updates each one with
+// its cursor still open, and an open snapshot stops the write-ahead log from
+// being checkpointed, so it would grow by every page written. So before any
+// write, every open cursor lets go of its statement.
+//
+// What it keeps to go on is the question. Keeping every row (as read, or read
+// in at the write) costs memory in proportion to the whole set: walking 50,000
+// customers with SELECT * held 160 MB, and one UPDATE after a SELECT of
+// 500,000 products read them all in first, 2.3 s and 0.9 GB. Re-running the
+// query from where it stood on each write costs the rows already walked again
+// at every write: quadratic over a bulk change. What the cursor keeps instead
+// is the key (rowid) of each row:
+//  - while no write comes, the SELECT runs as the windows wrote it, with the
+//    key added as one more column; the cursor holds the current row and the
+//    keys met so far (8 bytes a row: MoveFirst goes back through them);
+//  - at a write, the keys of the rows still to come are read in one statement
+//    of keys only, on the same snapshot, after as many as were already read,
+//    in the same order (the key is made the last term of the ORDER BY, so the
+//    order has no ties); then the SELECT is let go. That statement walks the
+//    index and touches no row when the order is the key's, as in the
+//    products' price changes;
+//  - rows after that are read one by one by key as the cursor reaches them.
+//    They are read as they stand at that moment, as the original engine's
+//    dynaset reads them, and a row deleted meanwhile reports 3167.
+// A SELECT with no ORDER BY has no order another statement could repeat: its
+// keys are read from its own statement at the write (the values are not
+// converted). A statement of another kind (join, aggregate, DISTINCT: none of
+// the windows writes one) keeps its rows as it reads them, and reads the rest
+// in at a write.
+//
+// Measured with bench/cursor_bench.cpp (figures in its head).
 
-Recordset::Recordset(Database* db, sqlite3_stmt* stmt) : db_(db), stmt_(stmt) {
+Recordset::Recordset(Database* db, sqlite3_stmt* stmt, QString text, bool keyed, QString keysAfter, QString row)
+    : db_(db), stmt_(stmt), text_(std::move(text)), keyed_(keyed), keysAfterSql_(std::move(keysAfter)),
+      rowSql_(std::move(row)) {
     names_ = columnNames(stmt);
-    rows_.reserve(8);
+    if (keyed_ && !names_.empty()) names_.pop_back(); // the key is no field
 }
 
 Recordset::~Recordset() {
     if (stmt_) sqlite3_finalize(stmt_);
+    if (rowStmt_) sqlite3_finalize(rowStmt_);
     if (db_) {
         auto& open = db_->open_;
         open.erase(std::remove(open.begin(), open.end(), this), open.end());
     }
 }
 
-bool Recordset::fetch() {
+long Recordset::count() const {
+    return static_cast<long>(keyed_ ? keys_.size() : rows_.size());
+}
+
+bool Recordset::step(bool withValues) {
     if (!stmt_) return false;
     const int rc = sqlite3_step(stmt_);
     if (rc == SQLITE_ROW) {
         const int n = static_cast<int>(names_.size());
-        std::vector<vb::Variant> row;
-        row.reserve(static_cast<size_t>(n));
-        for (int i = 0; i < n; ++i) row.push_back(columnValue(stmt_, i));
-        rows_.push_back(std::move(row));
+        if (keyed_) {
+            keys_.push_back(sqlite3_column_int64(stmt_, n));
+            if (withValues) {
+                row_.clear();
+                row_.reserve(static_cast<size_t>(n));
+                for (int i = 0; i < n; ++i) row_.push_back(columnValue(stmt_, i));
+                rowAt_ = count() - 1;
+                rowGone_ = false;
+            }
+        } else {
+            std::vector<vb::Variant> row;
+            row.reserve(static_cast<size_t>(n));
+            for (int i = 0; i < n; ++i) row.push_back(columnValue(stmt_, i));
+            rows_.push_back(std::move(row));
+        }
         return true;
     }
     // The end, or a failure: either way the statement is released now.
     sqlite3* handle = sqlite3_db_handle(stmt_);
-    const QString sql = QString::fromUtf8(sqlite3_sql(stmt_));
-    if (rc != SQLITE_DONE) {
-        sqlite3_finalize(stmt_);
-        stmt_ = nullptr;
-        raiseEngineError(handle, rc, sql, db_ ? db_->path() : QString());
-    }
     sqlite3_finalize(stmt_);
     stmt_ = nullptr;
+    if (rc != SQLITE_DONE) raiseEngineError(handle, rc, text_, db_ ? db_->path() : QString());
     return false;
 }
 
-void Recordset::drain() {
-    while (stmt_ && fetch()) {
+void Recordset::release() {
+    if (!stmt_) return;
+    if (keyed_ && !keysAfterSql_.isEmpty()) {
+        // The keys still to come, on the snapshot the statement reads (it is
+        // still running), after those already met.
+        sqlite3* h = sqlite3_db_handle(stmt_);
+        const QByteArray sql = keysAfterSql_.toUtf8();
+        sqlite3_stmt* keys = nullptr;
+        if (sqlite3_prepare_v2(h, sql.constData(), static_cast<int>(sql.size()), &keys, nullptr) == SQLITE_OK && keys) {
+            sqlite3_bind_int64(keys, 1, static_cast<sqlite3_int64>(keys_.size()));
+            const size_t before = keys_.size();
+            int rc;
+            while ((rc = sqlite3_step(keys)) == SQLITE_ROW) keys_.push_back(sqlite3_column_int64(keys, 0));
+            sqlite3_finalize(keys);
+            if (rc == SQLITE_DONE) {
+                sqlite3_finalize(stmt_);
+                stmt_ = nullptr;
+                return;
+            }
+            keys_.resize(before); // no keys that way: from the statement itself, below
+        } else if (keys) {
+            sqlite3_finalize(keys);
+        }
     }
+    while (step(false)) {
+    }
+}
+
+void Recordset::load() const {
+    if (rowAt_ == pos_) return;
+    if (!rowStmt_) {
+        const QByteArray sql = rowSql_.toUtf8();
+        const int rc = sqlite3_prepare_v2(db_->handle(), sql.constData(), static_cast<int>(sql.size()), &rowStmt_, nullptr);
+        if (rc != SQLITE_OK) {
+            if (rowStmt_) sqlite3_finalize(rowStmt_);
+            rowStmt_ = nullptr;
+            raiseEngineError(db_->handle(), rc, rowSql_, db_->path());
+        }
+    }
+    sqlite3_bind_int64(rowStmt_, 1, static_cast<sqlite3_int64>(keys_[static_cast<size_t>(pos_)]));
+    const int rc = sqlite3_step(rowStmt_);
+    row_.clear();
+    rowGone_ = rc != SQLITE_ROW;
+    if (rc == SQLITE_ROW)
+        for (int i = 0; i < static_cast<int>(names_.size()); ++i) row_.push_back(columnValue(rowStmt_, i));
+    // Reset at once: the statement holds no snapshot between rows.
+    sqlite3_reset(rowStmt_);
+    if (rc != SQLITE_ROW && rc != SQLITE_DONE) {
+        rowAt_ = -1;
+        raiseEngineError(db_->handle(), rc, rowSql_, db_->path());
+    }
+    rowAt_ = pos_;
 }
 
 bool Recordset::Eof() const {
     if (closed_) raiseClosed();
-    return pos_ >= static_cast<long>(rows_.size());
+    return pos_ >= count();
 }
 
 bool Recordset::Bof() const {
     if (closed_) raiseClosed();
-    return rows_.empty();
+    return count() == 0;
 }
 
 void Recordset::MoveNext() {
     if (closed_) raiseClosed();
-    if (pos_ >= static_cast<long>(rows_.size())) raiseNoCurrentRecord();
+    if (pos_ >= count()) raiseNoCurrentRecord();
     ++pos_;
-    if (pos_ == static_cast<long>(rows_.size())) fetch();
+    if (pos_ == count()) step(true);
+    if (pos_ < count()) read_ = std::max(read_, pos_ + 1);
 }
 
 void Recordset::MoveFirst() {
     if (closed_) raiseClosed();
-    if (rows_.empty()) raiseNoCurrentRecord();
+    if (count() == 0) raiseNoCurrentRecord();
     pos_ = 0;
 }
 
 void Recordset::MoveLast() {
     if (closed_) raiseClosed();
-    drain();
-    if (rows_.empty()) raiseNoCurrentRecord();
-    pos_ = static_cast<long>(rows_.size()) - 1;
+    while (step(!keyed_)) {
+    }
+    if (count() == 0) raiseNoCurrentRecord();
+    pos_ = count() - 1;
+    read_ = count();
 }
 
 long Recordset::AbsolutePosition() const {
     if (closed_) raiseClosed();
-    return pos_ < static_cast<long>(rows_.size()) ? pos_ : -1;
+    return pos_ < count() ? pos_ : -1;
 }
 
 long Recordset::RecordCount() const {
     if (closed_) raiseClosed();
-    return static_cast<long>(rows_.size());
+    return read_;
 }
 
 int Recordset::columnIndex(const QString& column) const {
@@ -747,8 +846,11 @@ vb::Variant Recordset::Fields(const QString& column) const {
     if (closed_) raiseClosed();
     const int i = columnIndex(column);
     if (i < 0) vb::Raise(3265, QStringLiteral("Elemento no encontrado en esta colección."));
-    if (pos_ >= static_cast<long>(rows_.size())) raiseNoCurrentRecord();
-    return rows_[static_cast<size_t>(pos_)][static_cast<size_t>(i)];
+    if (pos_ >= count()) raiseNoCurrentRecord();
+    if (!keyed_) return rows_[static_cast<size_t>(pos_)][static_cast<size_t>(i)];
+    load();
+    if (rowGone_) vb::Raise(3167, QStringLiteral("El registro se ha eliminado."));
+    return row_[static_cast<size_t>(i)];
 }
 
 void Recordset::Close() {
@@ -757,7 +859,14 @@ void Recordset::Close() {
         sqlite3_finalize(stmt_);
         stmt_ = nullptr;
     }
+    if (rowStmt_) {
+        sqlite3_finalize(rowStmt_);
+        rowStmt_ = nullptr;
+    }
     rows_.clear();
+    keys_.clear();
+    row_.clear();
+    rowAt_ = -1;
     closed_ = true;
     if (db_) {
         auto& open = db_->open_;
@@ -769,8 +878,13 @@ void Recordset::Close() {
 // ---------------------------------------------------------------------------
 // Database
 
+int Database::LockWait() { return lockWait; }
+void Database::SetLockWait(int milliseconds) { lockWait = milliseconds; }
+
 Database::Database(sqlite3* db, QString path) : db_(db), path_(std::move(path)) {
-    openDatabases().push_back(this);
+    nextOpen_ = firstOpen;
+    if (firstOpen) firstOpen->prevOpen_ = this;
+    firstOpen = this;
 }
 
 Database::~Database() {
@@ -780,13 +894,20 @@ Database::~Database() {
             sqlite3_finalize(r->stmt_);
             r->stmt_ = nullptr;
         }
+        if (r->rowStmt_) {
+            sqlite3_finalize(r->rowStmt_);
+            r->rowStmt_ = nullptr;
+        }
         r->rows_.clear();
+        r->keys_.clear();
+        r->row_.clear();
         r->closed_ = true;
         r->db_ = nullptr;
     }
     open_.clear();
-    auto& all = openDatabases();
-    all.erase(std::remove(all.begin(), all.end(), this), all.end());
+    if (prevOpen_) prevOpen_->nextOpen_ = nextOpen_;
+    else if (firstOpen == this) firstOpen = nextOpen_;
+    if (nextOpen_) nextOpen_->prevOpen_ = prevOpen_;
     sqlite3_close_v2(db_);
 }
 
@@ -802,6 +923,10 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
     }
     if (info.isDir() || !info.isReadable())
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    // An empty file, or one that is no database of the engine, or a database
+    // that another program marked as its own: not ours, untouched.
+    const Header header = readHeader(path);
+    if (header == Header::NotADatabase || header == Header::Foreign) raiseNotRecognised(path);
     sqlite3* db = nullptr;
     // Never creates the file: a missing database is an error for the program.
     const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, openFlags(SQLITE_OPEN_READWRITE), nullptr);
@@ -809,15 +934,17 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
         if (db) sqlite3_close_v2(db);
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
     }
-    // A file that is not a database shows here, at the first read.
-    const int check = sqlite3_exec(db, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, nullptr);
-    if (check != SQLITE_OK) {
-        sqlite3_close_v2(db);
-        if (check == SQLITE_NOTADB || check == SQLITE_CORRUPT)
-            vb::Raise(3343, QStringLiteral("Formato de base de datos no reconocido '%1'.").arg(path));
-        vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
-    }
+    // The wait for a lock holds from the first read on; the collations are
+    // there before the engine reads the tables that name them.
+    sqlite3_busy_timeout(db, lockWait);
     registerFunctions(db);
+    try {
+        const QStringList tables = readTableNames(db, path);
+        if (header == Header::Unmarked && !holdsTheProgramsTables(tables)) raiseNotRecognised(path);
+    } catch (...) {
+        sqlite3_close_v2(db);
+        throw;
+    }
     applySettings(db);
     return std::unique_ptr<Database>(new Database(db, path));
 }
@@ -837,6 +964,10 @@ std::unique_ptr<Database> Database::CreateDatabase(const QString& path) {
         if (db) sqlite3_close_v2(db);
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
     }
+    sqlite3_busy_timeout(db, lockWait);
+    // The program's mark, first thing in the new file.
+    sqlite3_exec(db, QStringLiteral("PRAGMA application_id = %1").arg(kProgramMark).toUtf8().constData(), nullptr,
+                 nullptr, nullptr);
     registerFunctions(db);
     applySettings(db);
     return std::unique_ptr<Database>(new Database(db, path));
@@ -853,17 +984,18 @@ std::unique_ptr<Database> Database::CreateInMemory(const QString& path) {
     return std::unique_ptr<Database>(new Database(db, path));
 }
 
-sqlite3_stmt* Database::prepare(const QString& sql) {
-    const QString text = toEngineDialect(sql);
-    const QByteArray utf8 = text.toUtf8();
+// `reportErrors` false: a statement the engine does not take gives nullptr.
+sqlite3_stmt* Database::prepare(const QString& sql, bool reportErrors) {
+    const QByteArray utf8 = sql.toUtf8();
     sqlite3_stmt* stmt = nullptr;
     const char* tail = nullptr;
     const int rc = sqlite3_prepare_v2(db_, utf8.constData(), static_cast<int>(utf8.size()), &stmt, &tail);
-    if (rc != SQLITE_OK) {
+    if (rc != SQLITE_OK || !stmt) {
         if (stmt) sqlite3_finalize(stmt);
-        raiseEngineError(db_, rc, text, path_);
+        if (!reportErrors) return nullptr;
+        if (rc != SQLITE_OK) raiseEngineError(db_, rc, sql, path_);
+        raiseSyntax(sql); // nothing but blanks or a comment
     }
-    if (!stmt) raiseSyntax(text); // nothing but blanks or a comment
     // Exactly one statement: what follows may only be blanks, ";" and comments.
     const char* end = utf8.constData() + utf8.size();
     while (tail && tail < end) {
@@ -873,6 +1005,7 @@ sqlite3_stmt* Database::prepare(const QString& sql) {
         if (rc2 != SQLITE_OK || next) {
             if (next) sqlite3_finalize(next);
             sqlite3_finalize(stmt);
+            if (!reportErrors) return nullptr;
             vb::Raise(3142, QStringLiteral("Caracteres encontrados después del final de la instrucción SQL."));
         }
         if (nextTail == tail) break;
@@ -882,29 +1015,37 @@ sqlite3_stmt* Database::prepare(const QString& sql) {
 }
 
 void Database::detachCursors() {
-    for (Database* db : openDatabases()) {
+    for (Database* db = firstOpen; db; db = db->nextOpen_) {
         for (Recordset* r : db->open_) {
-            if (r->stmt_) r->drain();
+            if (r->stmt_) r->release();
         }
     }
 }
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql) {
-    sqlite3_stmt* stmt = prepare(sql);
+    const QString text = dialect::ToEngine(sql);
+    // The keyed form of the query when it has one and the engine takes it;
+    // otherwise (and for the engine's own message on a bad query) as written.
+    const auto keyed = dialect::Keyed(text);
+    sqlite3_stmt* stmt = keyed ? prepare(keyed->rows, false) : nullptr;
+    const bool isKeyed = stmt != nullptr;
+    if (!stmt) stmt = prepare(text);
     if (sqlite3_column_count(stmt) == 0) {
         sqlite3_finalize(stmt);
         vb::Raise(3219, QStringLiteral("Operación no válida."));
     }
-    std::unique_ptr<Recordset> rs(new Recordset(this, stmt));
+    std::unique_ptr<Recordset> rs(isKeyed ? new Recordset(this, stmt, text, true, keyed->keysAfter, keyed->row)
+                                          : new Recordset(this, stmt, text, false, QString(), QString()));
     // Positioned on the first row: read it now (a failing query fails here).
-    rs->fetch();
+    rs->step(true);
+    rs->read_ = rs->count() > 0 ? 1 : 0;
     open_.push_back(rs.get());
     return rs;
 }
 
 void Database::Execute(const QString& sql) {
     detachCursors();
-    sqlite3_stmt* stmt = prepare(sql);
+    sqlite3_stmt* stmt = prepare(dialect::ToEngine(sql));
     if (sqlite3_column_count(stmt) > 0) {
         sqlite3_finalize(stmt);
         vb::Raise(3065, QStringLiteral("No se puede ejecutar una consulta de selección."));

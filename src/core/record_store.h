@@ -28,8 +28,11 @@ class Database;
 
 // A cursor on the rows of a SELECT, positioned on the first row (or at end of
 // file when the set is empty). Rows are read from the engine as the cursor
-// moves; before any write on the same database the rest of the rows are read
-// in, so an open cursor never holds the engine's log.
+// moves, and only the current row is held, with the key of every row met so
+// far. Before any write on the database the cursor lets go of the engine's
+// statement, keeping just the keys of the rows still to come, so an open
+// cursor never holds the engine's log; the rows after that are read by key as
+// the cursor reaches them, as they stand then.
 class Recordset {
 public:
     ~Recordset();
@@ -48,29 +51,49 @@ public:
     // Rows read so far (all of them after MoveLast).
     long RecordCount() const;
     // The value of a column of the current row, by name (any case). Raises 3265
-    // for an unknown column and 3021 when there is no current row.
+    // for an unknown column, 3021 when there is no current row and 3167 when
+    // the row was deleted after the cursor let go of its statement.
     vb::Variant Fields(const QString& column) const;
     void Close();
 
 private:
     friend class Database;
-    Recordset(Database* db, sqlite3_stmt* stmt);
-    bool fetch();       // reads one more row into rows_; false at the end
-    void drain();       // reads every remaining row and releases the statement
+    // `keyed`: the statement gives each row's key as its last column, and
+    // keysAfter/row (see sql_dialect.h) read the keys to come and a row by key.
+    Recordset(Database* db, sqlite3_stmt* stmt, QString text, bool keyed, QString keysAfter, QString row);
+    long count() const;
+    bool step(bool withValues); // reads the statement's next row; false at the end
+    void release();             // before a write: the rest of the keys, and no statement
+    void load() const;          // the current row's values into row_
     int columnIndex(const QString& column) const;
 
     Database* db_;
-    sqlite3_stmt* stmt_;
+    sqlite3_stmt* stmt_;  // the running SELECT, until the end or a write
+    QString text_;        // the SELECT as the window wrote it, for the engine's messages
+    bool keyed_;
+    QString keysAfterSql_, rowSql_;
+    mutable sqlite3_stmt* rowStmt_ = nullptr;
     std::vector<QString> names_;
+    // Keyed: the key of every row met so far (all of them once released).
+    std::vector<long long> keys_;
+    // Not keyed (a statement of another kind): every row read, as read.
     std::vector<std::vector<vb::Variant>> rows_;
+    // Keyed: the values of the row at rowAt_; rowGone_ when it was deleted.
+    mutable std::vector<vb::Variant> row_;
+    mutable long rowAt_ = -1;
+    mutable bool rowGone_ = false;
     long pos_ = 0;
+    long read_ = 0; // rows the cursor has been on (RecordCount)
     bool closed_ = false;
 };
 
 class Database {
 public:
     // Opens the file shared, read-write. A missing or unreadable file raises
-    // 3024 "No se encuentra el archivo '...'".
+    // 3024 "No se encuentra el archivo '...'"; a file that is not a database
+    // of this program 3343 "Formato de base de datos no reconocido", and it is
+    // left as it was; a file another program holds locked for longer than
+    // LockWait 3045 "No se pudo usar '...'; el archivo ya está en uso.".
     static std::unique_ptr<Database> OpenDatabase(const QString& path);
     // Creates a new, empty database file (used by the empty-database maker and tests).
     static std::unique_ptr<Database> CreateDatabase(const QString& path);
@@ -85,14 +108,22 @@ public:
     QString path() const { return path_; }
     sqlite3* handle() const { return db_; }
 
+    // How long a statement waits for a lock another program holds on the file
+    // before it fails, in milliseconds: 5000. Tests make it shorter.
+    static int LockWait();
+    static void SetLockWait(int milliseconds);
+
 private:
     friend class Recordset;
     Database(sqlite3* db, QString path);
-    sqlite3_stmt* prepare(const QString& sql);
+    sqlite3_stmt* prepare(const QString& sql, bool reportErrors = true);
     void detachCursors();
     std::vector<Recordset*> open_;
     sqlite3* db_;
     QString path_;
+    // The list of open databases runs through the databases themselves.
+    Database* prevOpen_ = nullptr;
+    Database* nextOpen_ = nullptr;
 };
 
 } // namespace vel

@@ -29,6 +29,10 @@ private:
 
 [[noreturn]] void Raise(int number, const QString& description);
 
+// The runtime error that stands for an exception of the standard library
+// escaping a procedure: 9 for an index out of range, 7 for memory, 51 otherwise.
+RuntimeError AsRuntimeError(const std::exception& e);
+
 // The runtime's Err object: the last error seen by a trap (ResumeNext, Try).
 struct ErrObject {
     int Number = 0;
@@ -106,6 +110,7 @@ private:
     int savedDepth_;
     bool endedBefore_;
     bool arrow_;
+    std::exception_ptr savedHeld_;
 };
 
 template <class F>
@@ -132,6 +137,11 @@ auto RunModal(F&& body, bool arrowPointer = true) {
         return result;
     }
 }
+
+// Raises again the error of an event that code raised through the toolkit
+// (held by RunEvent at the signal boundary); nothing when there is none. The
+// runtime calls it as soon as control is back from the toolkit.
+void RaiseHeld();
 
 // How the program ends. The real program quits its event loop and exits; tests
 // and the scenario driver install a handler that records the end instead

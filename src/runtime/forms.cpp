@@ -85,14 +85,15 @@ void ComboBox::Clear() {
 }
 
 // Setting ListIndex raises Click whenever it chooses an entry, also the one
-// already chosen: the windows re-read their record that way.
+// already chosen: the windows re-read their record that way. An error of the
+// Click reaches the procedure that set ListIndex, once the toolkit has returned.
 void ComboBox::SetListIndex(int index) {
     hookEdit();
-    if (index >= 0 && index == currentIndex()) {
+    if (index >= 0 && index == currentIndex())
         emit Click();
-        return;
-    }
-    setCurrentIndex(index);
+    else
+        setCurrentIndex(index);
+    RaiseHeld();
 }
 
 QString ComboBox::Text() const { return currentText(); }
@@ -105,11 +106,13 @@ void ComboBox::SetText(const QString& text) {
         lineEdit()->setText(text);
         quiet_ = false;
         emit Change();
+        RaiseHeld();
         return;
     }
     const int index = findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive);
     if (index < 0) Raise(383, QStringLiteral("La propiedad 'Text' es de sólo lectura"));
     setCurrentIndex(index);
+    RaiseHeld();
 }
 
 void ComboBox::keyPressEvent(QKeyEvent* e) {
@@ -132,6 +135,7 @@ void Label::SetCaption(const QString& caption) {
     if (text() == caption) return;
     setText(caption);
     emit Change();
+    RaiseHeld();
 }
 
 Timer::Timer(QObject* parent) : QObject(parent) {
@@ -174,6 +178,7 @@ void SetFocus(QWidget* w) {
         return;
     }
     w->setFocus(Qt::OtherFocusReason);
+    RaiseHeld();
 }
 
 void SelectAll(QWidget* w) {
@@ -213,9 +218,15 @@ long BackColor(const QWidget* w) { return fromColor(w->palette().color(backRole(
 long ForeColor(const QWidget* w) { return fromColor(w->palette().color(foreRole(w))); }
 
 int Value(const QCheckBox* c) { return c->isChecked() ? 1 : 0; }
-void SetValue(QCheckBox* c, int value) { c->setChecked(value != 0); }
+void SetValue(QCheckBox* c, int value) {
+    c->setChecked(value != 0);
+    RaiseHeld();
+}
 bool Value(const QRadioButton* o) { return o->isChecked(); }
-void SetValue(QRadioButton* o, bool value) { o->setChecked(value); }
+void SetValue(QRadioButton* o, bool value) {
+    o->setChecked(value);
+    RaiseHeld();
+}
 
 void SendKeys(const QString& keys) {
     if (keys.compare(QStringLiteral("{tab}"), Qt::CaseInsensitive) != 0) return;
@@ -354,6 +365,7 @@ void Form::showEvent(QShowEvent* e) {
 
 void Form::Load() {
     RunEvent([this] { Form_Load(); });
+    RaiseHeld();
 }
 
 void Form::Unload() {

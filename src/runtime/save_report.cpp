@@ -111,15 +111,11 @@ SaveReportTrap::SaveReportTrap(QString fileName, SaveReportLayout layout, std::f
     : fileName_(std::move(fileName)), layout_(layout), state_(std::move(state)) {}
 
 bool SaveReportTrap::operator()(const std::function<void()>& statement) {
-    try {
-        statement();
-        return true;
-    } catch (const RuntimeError& error) {
+    return Trap(statement, [this](const RuntimeError& error) {
         ++reports_;
         const SaveReportState s = state_ ? state_() : SaveReportState{};
         ShowSaveReport(error, fileName_, s.operation, s.record, s.f, s.buscar, layout_);
-        return false;
-    }
+    });
 }
 
 } // namespace vb

@@ -300,9 +300,13 @@ QString pad2(int n) { return QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0')
 // Weekday digit: 1 Sunday .. 7 Saturday.
 int weekdayDigit(const QDate& d) { return d.dayOfWeek() % 7 + 1; }
 
+// A date outside the runtime's calendar (no date at all, or a year before 100
+// or after 9999) is an invalid argument: error 5. The tables of names are only
+// ever indexed with the month and weekday of a valid date.
 QString formatDate(const QDateTime& moment, const QString& mask) {
     const QDate date = moment.date();
     const QTime time = moment.time();
+    if (!date.isValid() || date.year() < 100 || date.year() > 9999 || !time.isValid()) Raise(5, kInvalidCall);
     QString out;
     bool lastWasHour = false;
     auto run = [&](int i, QChar letter) {
@@ -440,11 +444,22 @@ QString formatText(const QString& text, const QString& mask) {
 
 const QDate kDayZero(1899, 12, 30);
 
+// The runtime's dates run from 1 January 100 to 31 December 9999: as day
+// serials, from -657434 up to (not including) 2958466. A number outside them,
+// or one that is no number at all (NaN, infinity), can't be a date, and turning
+// it into one is the runtime's overflow error 6, as Format(1E+13, "mmm") and
+// Format(1E+308, "dd/mm/yyyy") raise it.
+constexpr double kFirstSerial = -657434.0;
+constexpr double kPastLastSerial = 2958466.0;
+
 QDateTime serialToMoment(double serial) {
+    if (!(serial >= kFirstSerial && serial < kPastLastSerial)) Raise(6, QStringLiteral("Desbordamiento"));
     const double days = std::floor(serial);
     const long long seconds = std::llround((serial - days) * 86400.0);
-    QDateTime m(kDayZero.addDays(static_cast<qint64>(days)), QTime(0, 0));
-    return m.addSecs(seconds);
+    // A day serial has no time zone: counted in UTC, no summer-time gap moves its hour.
+    const QDateTime m = QDateTime(kDayZero.addDays(static_cast<qint64>(days)), QTime(0, 0), Qt::UTC).addSecs(seconds);
+    if (m.date().year() > 9999) Raise(6, QStringLiteral("Desbordamiento")); // the last second rounded up
+    return m;
 }
 
 double momentToSerial(const QDate& date) { return static_cast<double>(kDayZero.daysTo(date)); }
@@ -811,16 +826,29 @@ bool IsDate(const QString& text) { return CDate(text).isValid(); }
 
 InputFile::InputFile(const QString& contents) : data_(contents) {}
 
-// The file is read as UTF-8; a file that is not valid UTF-8 (one written by a
-// Windows editor in its 8-bit code page) is read as Latin-1.
 InputFile InputFile::open(const QString& path) {
     QFile file(path);
     if (!QFileInfo(path).isFile()) Raise(53, QStringLiteral("No se ha encontrado el archivo"));
     if (!file.open(QIODevice::ReadOnly)) Raise(75, QStringLiteral("Error de acceso a la ruta o el archivo"));
-    const QByteArray bytes = file.readAll();
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    QString text = utf8(bytes);
-    if (utf8.hasError()) text = QString::fromLatin1(bytes);
+    return fromBytes(file.readAll());
+}
+
+// A file that starts with the UTF-16 byte-order mark (what Windows Notepad
+// saves as "Unicode", little- or big-endian) is read as UTF-16. Any other file
+// is read as UTF-8, and one that is not valid UTF-8 (written by a Windows
+// editor in its 8-bit code page) as Latin-1.
+InputFile InputFile::fromBytes(const QByteArray& bytes) {
+    const bool littleEndian = bytes.startsWith("\xFF\xFE");
+    const bool bigEndian = bytes.startsWith("\xFE\xFF");
+    QString text;
+    if (littleEndian || bigEndian) {
+        QStringDecoder utf16(littleEndian ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE);
+        text = utf16(bytes.mid(2));
+    } else {
+        QStringDecoder utf8(QStringDecoder::Utf8);
+        text = utf8(bytes);
+        if (utf8.hasError()) text = QString::fromLatin1(bytes);
+    }
     if (text.startsWith(QChar(0xFEFF))) text.remove(0, 1);
     return InputFile(text);
 }

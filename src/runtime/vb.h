@@ -92,6 +92,8 @@ public:
     explicit InputFile(const QString& contents);
     // Opens a file for input; raises error 53 "No se ha encontrado el archivo" when missing.
     static InputFile open(const QString& path);
+    // The values of a file's bytes, decoded as open decodes them.
+    static InputFile fromBytes(const QByteArray& bytes);
     QString next();
     // The runtime's "Line Input #": the rest of the current line as it stands
     // (blanks, commas and quotes kept). Past the end raises error 62 too.

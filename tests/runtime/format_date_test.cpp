@@ -1,7 +1,11 @@
 // Format of dates and times: document dates, the clock in reports and tickets,
 // the weekday digit of the due-date walk.
 #include "qstring_printer.h"
+#include "runtime/errors.h"
 #include "runtime/vb.h"
+
+#include <cmath>
+#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -51,4 +55,45 @@ TEST(FormatDate, ANumberWithADateMaskIsADaySerial) {
     EXPECT_EQ(Format(1.0, "dd/mm/yyyy"), QStringLiteral("31/12/1899"));
     EXPECT_EQ(Format(37986.5, "dd/mm/yyyy hh:mm:ss"), QStringLiteral("31/12/2003 12:00:00"));
     EXPECT_EQ(Format(QDate(2003, 12, 31), "0"), QStringLiteral("37986"));
+}
+
+namespace {
+// The number of the runtime error a Format raises; 0 when it gives a text.
+int FormatError(const std::function<QString()>& format) {
+    try {
+        format();
+    } catch (const vb::RuntimeError& e) {
+        return e.Number;
+    }
+    return 0;
+}
+} // namespace
+
+TEST(FormatDate, TheCalendarEndsOn31December9999AndStartsOn1January100) {
+    EXPECT_EQ(Format(2958465.5, "dd/mm/yyyy hh:mm:ss"), QStringLiteral("31/12/9999 12:00:00"));
+    EXPECT_EQ(Format(-657434.0, "dd/mm"), QStringLiteral("01/01"));
+    EXPECT_EQ(FormatError([] { return Format(2958466.0, "dd/mm/yyyy"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(-657435.0, "dd/mm/yyyy"); }), 6);
+}
+
+TEST(FormatDate, ANumberOutsideTheCalendarIsAnOverflowNotAMonthName) {
+    // A price or a code given a date mask by mistake: the runtime's overflow,
+    // never a month read from outside the table.
+    EXPECT_EQ(FormatError([] { return Format(1e13, "mmm"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(-1e13, "mmmm"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(1e308, "dd/mm/yyyy"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(std::nan(""), "dd/mm/yyyy"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(HUGE_VAL, "dddd"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(-HUGE_VAL, "yyyy"); }), 6);
+}
+
+TEST(FormatDate, ANumericTextOutsideTheCalendarIsAnOverflowToo) {
+    EXPECT_EQ(FormatError([] { return Format(QStringLiteral("1e308"), "dd/mm/yyyy"); }), 6);
+    EXPECT_EQ(FormatError([] { return Format(QStringLiteral("2737926000910"), "dd/mm/yyyy"); }), 6);
+}
+
+TEST(FormatDate, NoDateAtAllIsAnInvalidArgument) {
+    EXPECT_EQ(FormatError([] { return Format(QDate(), "mmm"); }), 5);
+    EXPECT_EQ(FormatError([] { return Format(QDate(10000, 1, 1), "dd/mm/yyyy"); }), 5);
+    EXPECT_EQ(FormatError([] { return Format(QDateTime(), "dddd"); }), 5);
 }

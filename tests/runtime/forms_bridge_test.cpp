@@ -11,6 +11,10 @@
 #include <gtest/gtest.h>
 #include <optional>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace {
 
 class RecordingBoxes : public vb::MessageBoxService {
@@ -261,6 +265,125 @@ TEST_F(FormsBridge, AnErrorInAnEventRaisedByCodeReachesTheProcedureThatRaisedIt)
     EXPECT_TRUE(trapped);
     EXPECT_FALSE(endedSeen);
     EXPECT_EQ(vb::Err().Number, 94);
+}
+
+TEST_F(FormsBridge, AnUntrappedErrorInAClickRaisedByCodeStopsTheProcedureThatRaisedIt) {
+    form->Combo1->AddItem("01 UNO");
+    form->OnClickOf(form->Command1, [this] {
+        form->Combo1->SetListIndex(0);
+        form->log << "after SetListIndex";
+    });
+    QObject::connect(form->Combo1, &vb::ComboBox::Click, form, [] {
+        vb::RunEvent([] { vb::Raise(94, "Uso no válido de Null"); });
+    });
+    QTest::mouseClick(form->Command1, Qt::LeftButton);
+    EXPECT_FALSE(form->log.contains("after SetListIndex"));
+    EXPECT_TRUE(endedSeen);
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0], "Velmarinda|Se ha producido el error '94' en tiempo de ejecución:\n\n"
+                              "Uso no válido de Null|16");
+}
+
+TEST_F(FormsBridge, ClickingTheChosenEntryAgainCarriesTheClicksErrorBackToo) {
+    form->Combo1->AddItem("01 UNO");
+    form->Combo1->SetListIndex(0);
+    QObject::connect(form->Combo1, &vb::ComboBox::Click, form, [] {
+        vb::RunEvent([] { vb::Raise(3021, "No hay un registro activo."); });
+    });
+    vb::RunEvent([&] {
+        vb::ResumeNext r;
+        EXPECT_FALSE(r([&] { form->Combo1->SetListIndex(0); }));
+    });
+    EXPECT_EQ(vb::Err().Number, 3021);
+    EXPECT_FALSE(endedSeen);
+}
+
+TEST_F(FormsBridge, AChangeRaisedBySettingATextReachesTheTrapOfThatStatement) {
+    // The window sets the text straight on the box; the Change fails, and the
+    // statement's resume-next trap is the one that sees it.
+    QObject::connect(form->Text1, &QLineEdit::textChanged, form, [] {
+        vb::RunEvent([] { vb::Raise(13, "No coinciden los tipos"); });
+    });
+    bool next = false;
+    vb::RunEvent([&] {
+        vb::ResumeNext r;
+        EXPECT_FALSE(r([&] { form->Text1->setText("ABC"); }));
+        r([&] { next = true; });
+    });
+    EXPECT_TRUE(next);
+    EXPECT_EQ(vb::Err().Number, 13);
+    EXPECT_FALSE(endedSeen);
+}
+
+TEST_F(FormsBridge, ALabelChangeErrorReachesTheCodeThatSetTheCaption) {
+    auto* total = new vb::Label(form);
+    form->OnChangeOf(total, [] { vb::Raise(6, "Desbordamiento"); });
+    bool after = false;
+    vb::RunEvent([&] {
+        vb::ResumeNext r;
+        EXPECT_FALSE(r([&] {
+            total->SetCaption("1E+400");
+            after = true;
+        }));
+    });
+    EXPECT_FALSE(after);
+    EXPECT_EQ(vb::Err().Number, 6);
+}
+
+TEST_F(FormsBridge, AnIndexPastTheEndOfAListIsTheRuntimesSubscriptError) {
+    // std::out_of_range from .at() in a Click the user made: the runtime's
+    // message and the end, as any untrapped error; never an abort.
+    form->OnClickOf(form->Command1, [] {
+        const std::vector<QString> lines;
+        (void)lines.at(3);
+    });
+    QTest::mouseClick(form->Command1, Qt::LeftButton);
+    EXPECT_TRUE(endedSeen);
+    ASSERT_EQ(boxes.shown.size(), 1);
+    EXPECT_EQ(boxes.shown[0], "Velmarinda|Se ha producido el error '9' en tiempo de ejecución:\n\n"
+                              "El subíndice está fuera del intervalo|16");
+}
+
+TEST_F(FormsBridge, AnIndexPastTheEndInAnEventRaisedByCodeIsTrappedLikeAnyError) {
+    form->Combo1->AddItem("01 UNO");
+    QObject::connect(form->Combo1, &vb::ComboBox::Click, form, [] {
+        vb::RunEvent([] { (void)std::vector<int>().at(0); });
+    });
+    vb::RunEvent([&] {
+        vb::ResumeNext r;
+        EXPECT_FALSE(r([&] { form->Combo1->SetListIndex(0); }));
+        EXPECT_FALSE(r([] { (void)std::string().at(1); }));
+    });
+    EXPECT_EQ(vb::Err().Number, 9);
+    EXPECT_FALSE(endedSeen);
+}
+
+TEST_F(FormsBridge, AnErrorHeldForTheCodeWaitsWhileAMessageBoxIsOpen) {
+    // An event that arrives while a box is open enters afresh: it neither
+    // receives nor raises the error held for the code that opened the box.
+    struct EventDuringBox : RecordingBoxes {
+        std::function<void()> event;
+        int show(const QString& title, const QString& text, int style) override {
+            if (event) std::exchange(event, nullptr)();
+            return RecordingBoxes::show(title, text, style);
+        }
+    } boxWithEvent;
+    vb::SetMessageBoxService(&boxWithEvent);
+    bool inner = false;
+    boxWithEvent.event = [&] { vb::RunEvent([&] { inner = true; }); };
+    QObject::connect(form->Text1, &QLineEdit::textChanged, form, [] {
+        vb::RunEvent([] { vb::Raise(13, "No coinciden los tipos"); });
+    });
+    vb::RunEvent([&] {
+        form->Text1->setText("X");
+        vb::MsgBox("Aviso");
+    });
+    vb::SetMessageBoxService(&boxes);
+    EXPECT_TRUE(inner);
+    EXPECT_TRUE(endedSeen);
+    ASSERT_EQ(boxWithEvent.shown.size(), 2);
+    EXPECT_EQ(boxWithEvent.shown[0], "Velmarinda|Aviso|0");
+    EXPECT_TRUE(boxWithEvent.shown[1].contains("'13'"));
 }
 
 TEST_F(FormsBridge, TheOneLineTrapTellsTheErrorAndGoesOnWithTheNextStatement) {

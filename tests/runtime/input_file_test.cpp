@@ -141,3 +141,49 @@ TEST(InputFile, AMissingFileIsError53) {
         EXPECT_EQ(e.Description, QStringLiteral("No se ha encontrado el archivo"));
     }
 }
+
+namespace {
+// The text as Windows Notepad saves it in "Unicode": the byte-order mark, then
+// two bytes a character, in the given order.
+QByteArray Utf16(const QString& text, bool littleEndian) {
+    QByteArray out = littleEndian ? QByteArray("\xFF\xFE") : QByteArray("\xFE\xFF");
+    for (QChar c : text) {
+        const char lo = char(c.unicode() & 0xFF), hi = char(c.unicode() >> 8);
+        out.append(littleEndian ? lo : hi).append(littleEndian ? hi : lo);
+    }
+    return out;
+}
+} // namespace
+
+TEST(InputFile, AConfigSavedAsUnicodeIsReadAsText) {
+    vb::InputFile file = vb::InputFile::fromBytes(Utf16(QString::fromUtf8("ORTA\r\nTIENDA PEÑA\r\n"), true));
+    EXPECT_EQ(file.next(), QStringLiteral("ORTA"));
+    EXPECT_EQ(file.next(), QString::fromUtf8("TIENDA PEÑA"));
+    EXPECT_TRUE(file.eof());
+}
+
+TEST(InputFile, AConfigSavedAsBigEndianUnicodeIsReadAsText) {
+    vb::InputFile file = vb::InputFile::fromBytes(Utf16(QStringLiteral("LAPRESA,\"PLAZA, 2\"\r\n"), false));
+    EXPECT_EQ(file.next(), QStringLiteral("LAPRESA"));
+    EXPECT_EQ(file.next(), QStringLiteral("PLAZA, 2"));
+    EXPECT_TRUE(file.eof());
+}
+
+TEST(InputFile, TwoBytesALetterWithoutTheMarkAreNotTakenForUnicode) {
+    // Only the mark says a file is UTF-16: without it the bytes are read as
+    // always, and the zero bytes stay in the value.
+    QByteArray bytes = Utf16(QStringLiteral("ORTA"), true).mid(2);
+    vb::InputFile file = vb::InputFile::fromBytes(bytes);
+    EXPECT_EQ(file.next(), QString::fromLatin1("O\0R\0T\0A\0", 8));
+}
+
+TEST(InputFile, AUnicodeFileOnDiskIsReadThroughOpen) {
+    QTemporaryDir dir;
+    QFile f(dir.filePath("config.ini"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(Utf16(QStringLiteral("ULTRAMARINOS\r\nCENTRAL\r\n"), true));
+    f.close();
+    vb::InputFile file = vb::InputFile::open(dir.filePath("config.ini"));
+    EXPECT_EQ(file.next(), QStringLiteral("ULTRAMARINOS"));
+    EXPECT_EQ(file.next(), QStringLiteral("CENTRAL"));
+}

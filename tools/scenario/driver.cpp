@@ -1,4 +1,5 @@
 #include "scenario/driver.h"
+#include "scenario/file_commands.h"
 #include "app/window_table.h"
 #include "core/mdi.h"
 #include "core/record_store.h"
@@ -92,6 +93,7 @@ public:
         const QByteArray path = QDir(folder_).filePath(QStringLiteral("bin")).toLocal8Bit() + ':' + qgetenv("PATH");
         qputenv("PATH", path);
         vel::schema::CreateEmptyDatabase(dbPath());
+        files_ = std::make_unique<FileCommands>(folder_);
     }
     ~Driver() {
         teardown();
@@ -198,6 +200,14 @@ private:
             {"remember-sizes", &Driver::rememberSizes},
             {"expect-same-sizes", &Driver::expectSameSizes},
         };
+        // The commands on the program folder's files as bytes (file_commands.h).
+        QString why;
+        switch (files_->run(line.from(0), out_, &why)) {
+        case FileCommands::Done: return;
+        case FileCommands::Failed: fail(why);
+        case FileCommands::Error: error(why);
+        case FileCommands::NotMine: break;
+        }
         const auto it = commands.find(line.command());
         if (it == commands.end()) error("orden desconocida: " + line.command());
         (this->*(it->second))(line);
@@ -869,6 +879,7 @@ private:
     ScriptedDialogs dialogs_;
     QTemporaryDir dir_;
     QString folder_;
+    std::unique_ptr<FileCommands> files_;
     std::optional<vb::InstalledEnvironment> environment_;
     vel::WindowTableMap windows_;
     const QStringList* lines_ = nullptr;
