@@ -8,6 +8,7 @@
 #include "masterdata/ftienda.h"
 #include "masterdata/sucursales.h"
 #include "masterdata/tipoiva.h"
+#include "sales/formalbaranventa.h" // empty until the customer search is in the tree
 
 // Windows, one include and one line each.
 
@@ -24,6 +25,9 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuArchivoItemMantenimientoalmacenes", {"Falmacenes", [] { return new Falmacenes; }}},
         {"MnuArchivoItemMantenimientooperadores", {"Foperador", [] { return new Foperador; }}},
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
+#ifdef VEL_BUSQUEDA_CLIENTES
+        {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
+#endif
     };
     return table;
 }
