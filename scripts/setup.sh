@@ -14,6 +14,7 @@ PACKAGES=(
   clang libclang-rt-14-dev llvm
   fonts-liberation xvfb xauth locales
   x11-apps
+  fonts-dejavu-core fontconfig cups cups-client cups-bsd printer-driver-cups-pdf poppler-utils
 )
 # The fuzz targets' tool chain, for scripts/fuzz.sh only: clang with libFuzzer
 # and the sanitizers' runtime.

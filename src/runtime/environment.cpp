@@ -1,5 +1,6 @@
 #include "runtime/environment.h"
 #include "runtime/errors.h"
+#include "runtime/printer.h"
 
 namespace vb {
 
@@ -11,9 +12,11 @@ Environment& CurrentEnvironment() {
 InstalledEnvironment::InstalledEnvironment(Environment environment)
     : previous_(std::exchange(CurrentEnvironment(), std::move(environment))) {
     ResetEnded();
+    Printer().Reset();
 }
 
 InstalledEnvironment::~InstalledEnvironment() {
+    Printer().Reset();
     CurrentEnvironment() = std::move(previous_);
     ResetEnded();
 }

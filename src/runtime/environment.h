@@ -23,6 +23,7 @@ namespace vb {
 
 class MessageBoxService;
 class DialogService;
+class PrintEnvironment;
 
 struct Environment {
     // Where message boxes go; nullptr shows real boxes.
@@ -35,15 +36,20 @@ struct Environment {
     QString programFolder;
     // Called once when the program ends (End, or an untrapped error).
     std::function<void()> onEnd;
+    // Where printed pages go; nullptr sends them to the system's printers and
+    // PDF files (printer.h). Tests put the recording printer here.
+    PrintEnvironment* printers = nullptr;
 };
 
 // The environment in force. The runtime reads it; the shorthands SetAppPath,
-// SetMessageBoxService, clock::pin and SetEndHandler change one part of it.
+// SetMessageBoxService, clock::pin, SetEndHandler and SetPrintEnvironment
+// change one part of it.
 Environment& CurrentEnvironment();
 
 // Installs an environment while it lives and gives back the one before at its
 // end. Each installation is a fresh run of the program: the end of a previous
-// run is forgotten, both when it is installed and when it is removed.
+// run is forgotten and the Printer starts afresh with no document open, both
+// when it is installed and when it is removed.
 class InstalledEnvironment {
 public:
     explicit InstalledEnvironment(Environment environment);

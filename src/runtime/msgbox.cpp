@@ -8,7 +8,15 @@
 
 namespace vb {
 
-QString AppTitle() { return QStringLiteral("Velmarinda"); }
+namespace {
+QString& title() {
+    static QString t = QStringLiteral("Velmarinda");
+    return t;
+}
+} // namespace
+
+QString AppTitle() { return title(); }
+void SetAppTitle(const QString& t) { title() = t; }
 
 namespace {
 MessageBoxService* service() { return CurrentEnvironment().messageBoxes; }

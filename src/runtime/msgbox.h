@@ -15,8 +15,10 @@ enum MsgBoxStyle {
     vbDefaultButton1 = 0, vbDefaultButton2 = 256, vbDefaultButton3 = 512,
 };
 
-// The program's name: the title of a message box that is given none.
+// App.Title: the program's name, the title of a message box that is given none
+// and the name of a print job. The invoice sets it for the time of its job.
 QString AppTitle();
+void SetAppTitle(const QString& title);
 
 // Shows a modal message box. An empty title gives AppTitle().
 int MsgBox(const QString& prompt, int style = vbOKOnly, const QString& title = QString());

@@ -12,6 +12,7 @@
 #include "runtime/forms.h"
 #include "runtime/mouse_pointer.h"
 #include "runtime/msgbox.h"
+#include "runtime/print_transcript.h"
 #include "scenario/controls.h"
 #include "scenario/dbf_table.h"
 #include "scenario/fpruebacontroles.h"
@@ -85,7 +86,8 @@ public:
                                              .dialogs = &dialogs_,
                                              .clock = QDateTime(QDate(2026, 11, 21), QTime(10, 0, 0)),
                                              .programFolder = folder_,
-                                             .onEnd = [this] { ended_ = true; }});
+                                             .onEnd = [this] { ended_ = true; },
+                                             .printers = &printers_});
         // The program's windows and the test fixtures, each under its own name.
         windows_ = vel::WindowTable();
         for (const auto& [name, create] : testWindows()) windows_[name] = {name, create};
@@ -180,6 +182,8 @@ private:
             // Message boxes and dialogs
             {"answer", &Driver::answer},
             {"dialog", &Driver::dialog},
+            // The printer
+            {"printer", &Driver::printer},
             // Looking
             {"show", &Driver::show},
             {"query", &Driver::query},
@@ -197,6 +201,9 @@ private:
             {"expect-ended", &Driver::expectEnded},
             {"expect-file", &Driver::expectFile},
             {"expect-pointer", &Driver::expectPointer},
+            {"expect-print-line", &Driver::expectPrintLine},
+            {"expect-print-lines", &Driver::expectPrintLines},
+            {"expect-printed", &Driver::expectPrinted},
             {"remember-sizes", &Driver::rememberSizes},
             {"expect-same-sizes", &Driver::expectSameSizes},
         };
@@ -569,7 +576,12 @@ private:
                 dialogs_.printerAnswers.push_back(std::nullopt);
                 return;
             }
-            if (reply != QLatin1String("OK")) error(QStringLiteral("dialog printer OK|cancel"));
+            if (!line.quoted(2) && reply == QLatin1String("none")) {
+                // The system has no printer at all: the dialog names none.
+                dialogs_.printerAnswers.push_back(vb::PrinterChoice{.copies = 0, .orientation = 0});
+                return;
+            }
+            if (reply != QLatin1String("OK")) error(QStringLiteral("dialog printer OK|cancel|none"));
             // The job goes to a file of the program folder.
             vb::PrinterChoice choice{.printerName = QString(),
                                      .outputFile = QDir(folder_).filePath(QStringLiteral("impresion.pdf")),
@@ -579,7 +591,7 @@ private:
             if (line.has(4)) choice.orientation = line.arg(4).toInt();
             dialogs_.printerAnswers.push_back(choice);
         } else {
-            error(QStringLiteral("dialog open \"RUTA\"|cancel, o dialog printer OK|cancel"));
+            error(QStringLiteral("dialog open \"RUTA\"|cancel, o dialog printer OK|cancel|none"));
         }
     }
 
@@ -636,6 +648,15 @@ private:
             *out_ += QStringLiteral("  ClientePrograma=%1 TiendaPrograma=%2 Timer1.Enabled=%3 Timer1.Interval=%4\n")
                          .arg(Quote(m->ClientePrograma), Quote(m->TiendaPrograma), BoolText(m->Timer1->Enabled()))
                          .arg(m->Timer1->Interval());
+        } else if (what == QLatin1String("printer")) {
+            if (printers_.jobs.empty()) {
+                *out_ += QStringLiteral("  (nada impreso)\n");
+                return;
+            }
+            // The temporary program folder reads as <App.Path> so transcripts stay the same.
+            QString t = printers_.last().transcript();
+            t.replace(folder_, QStringLiteral("<App.Path>"));
+            for (const QString& l : t.split('\n', Qt::SkipEmptyParts)) *out_ += "  " + l + '\n';
         } else if (what == QLatin1String("windows")) {
             for (vb::Form* f : mdi()->openForms())
                 *out_ += QStringLiteral("  %1 %2\n").arg(f->objectName(), Quote(f->windowTitle()));
@@ -860,6 +881,50 @@ private:
         if (!changed.isEmpty()) fail("cambiaron de tamaño: " + changed.join(", "));
     }
 
+    // ---- The printer ----------------------------------------------------------------
+
+    // printer none: the machine has no printer at all; what prints without a
+    // dialog fails.
+    void printer(const Line& line) {
+        if (line.quoted(1) || line.arg(1) != QLatin1String("none")) error(QStringLiteral("printer none"));
+        printers_.noPrinter = true;
+    }
+
+    const vb::PrintJobRecord& lastDocument() {
+        if (printers_.jobs.empty()) fail(QStringLiteral("no se ha impreso nada"));
+        return printers_.last();
+    }
+
+    int number(const Line& line, int i, const QString& usage) {
+        bool ok = false;
+        const int n = line.arg(i).toInt(&ok);
+        if (!ok || n < 0) error(usage);
+        return n;
+    }
+
+    // expect-print-line N "text": the Nth Print, from 1, of the last document.
+    void expectPrintLine(const Line& line) {
+        const int n = number(line, 1, QStringLiteral("expect-print-line N \"texto\""));
+        const QStringList lines = lastDocument().lines();
+        if (n < 1 || n > lines.size())
+            fail(QStringLiteral("el documento tiene %1 líneas, no hay línea %2").arg(lines.size()).arg(n));
+        if (lines[n - 1] != line.arg(2)) fail(QStringLiteral("la línea %1 es %2").arg(n).arg(Quote(lines[n - 1])));
+    }
+
+    // expect-print-lines N: the last document has N Prints.
+    void expectPrintLines(const Line& line) {
+        const int n = number(line, 1, QStringLiteral("expect-print-lines N"));
+        const int got = int(lastDocument().lines().size());
+        if (got != n) fail(QStringLiteral("el documento tiene %1 líneas").arg(got));
+    }
+
+    // expect-printed N: N documents have gone to the printer since the scenario began.
+    void expectPrinted(const Line& line) {
+        const int n = number(line, 1, QStringLiteral("expect-printed N"));
+        const int got = int(printers_.jobs.size());
+        if (got != n) fail(QStringLiteral("se han impreso %1 documentos").arg(got));
+    }
+
     // expect-pointer wait|normal: the program's MousePointer, and the pointer on screen.
     void expectPointer(const Line& line) {
         const QString wanted = line.arg(1);
@@ -877,6 +942,7 @@ private:
     QString origin_;
     ScriptedBoxes boxes_;
     ScriptedDialogs dialogs_;
+    vb::PrintRecorder printers_;
     QTemporaryDir dir_;
     QString folder_;
     std::unique_ptr<FileCommands> files_;

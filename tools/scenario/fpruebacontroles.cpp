@@ -2,8 +2,11 @@
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "runtime/print_job.h"
 #include "runtime/shell.h"
 #include "runtime/vb.h"
+#include "core/mdi.h"
+#include "sales/print_layout.h"
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QVBoxLayout>
@@ -47,6 +50,7 @@ Fpruebacontroles::Fpruebacontroles() {
     CommandAbrir = button(otros, "CommandAbrir", QStringLiteral("A&brir"));
     CommandImprimir = button(otros, "CommandImprimir", QStringLiteral("&Imprimir"));
     CommandImprimirSinTrampa = button(otros, "CommandImprimirSinTrampa", QStringLiteral("Imprimir &sin trampa"));
+    CommandImprimirAlbaran = button(otros, "CommandImprimirAlbaran", QStringLiteral("Imprimir A&lbarán"));
     CommandEsperar = button(otros, "CommandEsperar", QStringLiteral("&Esperar"));
     CommandEjecutar = button(otros, "CommandEjecutar", QStringLiteral("E&jecutar"));
     Checkpruebas = named(new QCheckBox(QStringLiteral("&Marcar"), otros), "Checkpruebas");
@@ -58,8 +62,9 @@ Fpruebacontroles::Fpruebacontroles() {
     grid->addWidget(CommandImprimirSinTrampa, 2, 1);
     grid->addWidget(CommandEsperar, 3, 0);
     grid->addWidget(CommandEjecutar, 3, 1);
-    grid->addWidget(Checkpruebas, 4, 0, 1, 2);
-    grid->addWidget(Labelresultado, 5, 0, 1, 2);
+    grid->addWidget(CommandImprimirAlbaran, 4, 0);
+    grid->addWidget(Checkpruebas, 5, 0, 1, 2);
+    grid->addWidget(Labelresultado, 6, 0, 1, 2);
     SSTabpruebas->addTab(otros, QStringLiteral("Otros"));
 
     Labelsuceso = named(new vb::Label(this), "Labelsuceso");
@@ -77,6 +82,7 @@ Fpruebacontroles::Fpruebacontroles() {
     OnClick(CommandAbrir, [this] { CommandAbrir_Click(); });
     OnClick(CommandImprimir, [this] { CommandImprimir_Click(); });
     OnClick(CommandImprimirSinTrampa, [this] { CommandImprimirSinTrampa_Click(); });
+    OnClick(CommandImprimirAlbaran, [this] { CommandImprimirAlbaran_Click(); });
     OnClick(CommandEsperar, [this] { CommandEsperar_Click(); });
     OnTimer(Timer1, [this] { Timer1_Timer(); });
     OnClick(CommandEjecutar, [this] { CommandEjecutar_Click(); });
@@ -167,6 +173,49 @@ void Fpruebacontroles::CommandImprimir_Click() {
                                    .arg(QFileInfo(impresora.outputFile).fileName())
                                    .arg(impresora.copies)
                                    .arg(impresora.orientation));
+}
+
+// A delivery note of two lines, as the note window hands its controls to the
+// print procedures, printed through the steps of every print button under the
+// installation's tag.
+void Fpruebacontroles::CommandImprimirAlbaran_Click() {
+    print_layout::Documento d;
+    d.ClientePrograma = vel::MainWindow() ? vel::MainWindow()->ClientePrograma : QString();
+    d.Combonombrecomercial = QStringLiteral("FERRETERIA O CRUCEIRO");
+    d.Combonombrefiscal = QStringLiteral("XOSE MANUEL CASAL RIOS");
+    d.Textdomicilio = QStringLiteral("RUA DO CRUCEIRO 4");
+    d.Textcodigopostal = QStringLiteral("15001");
+    d.Textpoblacion = QStringLiteral("PORTELAS");
+    d.Textprovincia = QStringLiteral("VALDEFERRO");
+    d.Combonif = QStringLiteral("00000014Z");
+    d.Combonumerofactura = QStringLiteral("00027");
+    d.Comboejerciciofactura = QStringLiteral("2026");
+    d.Textfechafactura = QStringLiteral("21/11/2026");
+    d.Labelformapagofacturavencimientos = QStringLiteral("1/0,0,0,0,0,0,0,0,0,0,0,0");
+    d.ComboProforma = QStringLiteral("Albarán");
+    d.Labelbruto = d.Labelneto = d.Labelbase = QStringLiteral("13.5");
+    d.Labeldescuento = QStringLiteral("0");
+    d.Textiva = QStringLiteral("21");
+    d.Labelimporteiva = QStringLiteral("2.84");
+    d.Textrecargo = QStringLiteral("0");
+    d.Labelimporterecargo = QStringLiteral("0");
+    d.Labeltotalfactura = QStringLiteral("16.34");
+    d.Rows = 3;
+    d.TextMatrix = [](int fila, int col) {
+        static const QStringList lineas[] = {
+            {"REFERENCIA", "DESCRIPCION", "UNID.", "IMPORTE", "SUBTOTAL", "DTO.", "TOTAL"},
+            {"TORN4X40", "TORNILLO 4X40", "10", "0.15", "1.50", "0", "1.50"},
+            {"MART300", "MARTILLO CARPINTERO", "1", "12.00", "12.00", "0", "12.00"}};
+        return lineas[fila][col];
+    };
+    print_layout::Contadores contadores;
+    const bool impreso = vb::RunPrintJob(
+        {.dialog = CommonDialog1,
+         .calendar = Calendario,
+         .procedures = {[&] { print_layout::cabeceraalbaran(vb::Printer(), d); },
+                        [&] { print_layout::detallealbaran(vb::Printer(), d, contadores); },
+                        [&] { print_layout::piealbaran(vb::Printer(), d); }}});
+    Labelresultado->SetCaption(impreso ? QStringLiteral("albarán impreso") : QStringLiteral("albarán no impreso"));
 }
 
 // The same with no trap: a cancel ends the program with the runtime's message.

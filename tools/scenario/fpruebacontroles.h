@@ -1,6 +1,7 @@
 // Fpruebacontroles: a test fixture, not a window of the program. It puts on
 // screen one of each control the big windows use (list box, tab strip, flex
-// grid, calendar, progress bar, common dialog, wait pointer, run-and-wait) so
+// grid, calendar, progress bar, common dialog, wait pointer, run-and-wait, a
+// print button that prints a small delivery note) so
 // that scenarios drive them with real mouse and key events before any window
 // of the program has them. Only the scenario driver knows it (`test-window`);
 // the program's menu never opens it.
@@ -33,6 +34,7 @@ public:
     QPushButton* CommandAbrir;
     QPushButton* CommandImprimir;
     QPushButton* CommandImprimirSinTrampa;
+    QPushButton* CommandImprimirAlbaran;
     QPushButton* CommandEsperar;
     QPushButton* CommandEjecutar;
     QCheckBox* Checkpruebas;
@@ -54,6 +56,7 @@ private:
     void CommandAbrir_Click();
     void CommandImprimir_Click();
     void CommandImprimirSinTrampa_Click();
+    void CommandImprimirAlbaran_Click();
     void CommandEsperar_Click();
     void Timer1_Timer();
     void CommandEjecutar_Click();

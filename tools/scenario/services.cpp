@@ -97,6 +97,10 @@ std::optional<vb::PrinterChoice> ScriptedDialogs::printer(const vb::PrinterReque
         *out_ += QStringLiteral(" -> Cancel\n");
         return std::nullopt;
     }
+    if (answer->printerName.isEmpty() && answer->outputFile.isEmpty()) {
+        *out_ += QStringLiteral(" -> sin impresora\n");
+        return answer;
+    }
     // What the user leaves untouched is what the window preset.
     if (answer->copies <= 0) answer->copies = r.copies;
     if (answer->orientation <= 0) answer->orientation = r.orientation;

@@ -1,0 +1,232 @@
+// The runtime's Printer object: the page is a stream of text lines and rules
+// drawn at a current position, in a font by name and point size.
+//
+//  - Print draws its text at (CurrentX, CurrentY) in the font in force and moves
+//    to the start of the next line: CurrentX goes back to 0 and CurrentY down by
+//    the line height. Print with no text, or with "", only feeds the line.
+//  - The line height follows the font size in force: one line of a font of N
+//    points is N points high (TextHeight), so twelve-point lines run at six to
+//    the inch, the height of a character cell of ScaleMode 4.
+//  - A line that would not fit above the foot of the printable area starts a new
+//    page first, as the printer does by itself.
+//  - Coordinates are those of the ScaleMode in force: 1 twips, 2 points, 4
+//    character cells of 120 by 240 twips, 5 inches, 6 millimetres, 7
+//    centimetres. Setting ScaleWidth or ScaleHeight makes ScaleMode 0 (user):
+//    the printable width (height) is then that many units.
+//  - The first output of a document opens it on the printer chosen last (the
+//    print dialog chooses it), with App.Title as the job's name. EndDoc sends it.
+//
+// Where the pages go is the print environment's business: the real one sends
+// them to a CUPS printer or to a PDF file; tests install a recording one that
+// writes the print transcript (print_transcript.h).
+#pragma once
+#include <QRectF>
+#include <QSizeF>
+#include <QString>
+#include <memory>
+
+namespace vb {
+
+// Colours as the runtime numbers them (&HBBGGRR), and the system's colour for
+// normal text.
+constexpr long vbRed = 255;
+constexpr long vbGreen = 32768; // &H8000&: the dark green of the letterheads
+constexpr long vbBlack = 0;
+constexpr long vbWindowText = -2147483640; // &H80000008
+// Orientation.
+constexpr int vbPRORPortrait = 1;
+constexpr int vbPRORLandscape = 2;
+// ColorMode.
+constexpr int vbPRCMMonochrome = 1;
+constexpr int vbPRCMColor = 2;
+
+// Which printer a document goes to.
+struct PrintDestination {
+    enum class Kind { None, Printer, File };
+    Kind kind = Kind::None;
+    QString printer; // the queue's name (Kind::Printer)
+    QString file;    // the PDF file (Kind::File)
+    QString name() const;
+};
+
+// The page of a printer, in twips: the whole sheet and the part the printer can
+// print on, relative to the sheet's corner. Positions on the page are counted
+// from the printable area's corner, as the printer counts them.
+struct PageGeometry {
+    QSizeF sheet;
+    QRectF printable;
+};
+
+// The font and colour a piece of text is drawn in.
+struct PrintFont {
+    QString name;
+    double size = 0;
+    bool bold = false;
+    bool italic = false;
+    bool operator==(const PrintFont&) const = default;
+};
+
+// What a job is started with.
+struct JobSettings {
+    QString name; // App.Title at the start of the document
+    int copies = 1;
+    int orientation = vbPRORPortrait;
+    int colorMode = vbPRCMColor;
+    bool trackDefault = true;
+};
+
+// One open document on a device. Positions are twips from the printable corner.
+class PrinterBackend {
+public:
+    virtual ~PrinterBackend() = default;
+    // Draws a text whose line box has its top left corner at (x, y).
+    virtual void text(double x, double y, const QString& text, const PrintFont& font, long color) = 0;
+    // Records a line feed that draws nothing (an empty Print). Devices ignore it.
+    virtual void feed(double /*x*/, double /*y*/, const PrintFont& /*font*/, long /*color*/) {}
+    virtual void line(double x1, double y1, double x2, double y2, long color) = 0;
+    // automatic: the page was full, not asked for by NewPage.
+    virtual void newPage(bool automatic) = 0;
+    virtual void endDoc() = 0;
+    // The document is given up unsent (KillDoc, or an error that ends the program).
+    virtual void abort() {}
+};
+
+// Where documents go: the system's printers, or a recording.
+class PrintEnvironment {
+public:
+    virtual ~PrintEnvironment() = default;
+    // The printer the runtime's Printer stands for before any dialog chose one.
+    virtual PrintDestination defaultDestination() = 0;
+    virtual PageGeometry geometry(const PrintDestination& destination, int orientation) = 0;
+    // Opens a document; raises a runtime error when the device refuses it.
+    virtual std::unique_ptr<PrinterBackend> open(const PrintDestination& destination, const JobSettings& job) = 0;
+};
+
+// The print environment is part of the runtime's environment (environment.h,
+// its `printers`); this is the shorthand that sets it, and gives a fresh
+// Printer. nullptr gives back the real one (CUPS printers, PDF files).
+void SetPrintEnvironment(PrintEnvironment* environment);
+PrintEnvironment& CurrentPrintEnvironment();
+
+// The family a font name of the program is drawn with on this system: "Courier
+// New" is drawn with Liberation Mono (same widths, fixed pitch), "Verdana" with
+// DejaVu Sans. Other names are left to the font matching.
+QString PrintFontFamily(const QString& name);
+// Registers those replacements with the toolkit, once.
+void InstallPrintFontSubstitutes();
+
+class PrinterObject {
+public:
+    PrinterObject();
+    ~PrinterObject();
+    PrinterObject(const PrinterObject&) = delete;
+    PrinterObject& operator=(const PrinterObject&) = delete;
+
+    // Font.Name, Font.Size, Font.Bold are the same properties as FontName,
+    // FontSize, FontBold.
+    class FontProperty {
+    public:
+        explicit FontProperty(PrinterObject& p) : p_(p) {}
+        QString Name() const { return p_.FontName(); }
+        void SetName(const QString& name) { p_.SetFontName(name); }
+        double Size() const { return p_.FontSize(); }
+        void SetSize(double size) { p_.SetFontSize(size); }
+        bool Bold() const { return p_.FontBold(); }
+        void SetBold(bool bold) { p_.SetFontBold(bold); }
+
+    private:
+        PrinterObject& p_;
+    };
+    FontProperty Font() { return FontProperty(*this); }
+
+    QString FontName() const { return font_.name; }
+    void SetFontName(const QString& name);
+    double FontSize() const { return font_.size; }
+    void SetFontSize(double size);
+    bool FontBold() const { return font_.bold; }
+    void SetFontBold(bool bold);
+    bool FontItalic() const { return font_.italic; }
+    void SetFontItalic(bool italic);
+    long ForeColor() const { return foreColor_; }
+    void SetForeColor(long color);
+
+    int ScaleMode() const { return scaleMode_; }
+    void SetScaleMode(int mode);
+    double ScaleWidth() const;
+    void SetScaleWidth(double width);
+    double ScaleHeight() const;
+    void SetScaleHeight(double height);
+    double CurrentX() const;
+    void SetCurrentX(double x);
+    double CurrentY() const;
+    void SetCurrentY(double y);
+    // The sheet's size in twips.
+    double Width() const;
+    double Height() const;
+    // The height and width of a text in the font in force, in the scale's units.
+    double TextHeight(const QString& text) const;
+    double TextWidth(const QString& text) const;
+
+    void Print();
+    void Print(const QString& text);
+    // A rule from (x1,y1) to (x2,y2) in a colour (the ForeColor when left out);
+    // the current position becomes its end.
+    void Line(double x1, double y1, double x2, double y2);
+    void Line(double x1, double y1, double x2, double y2, long color);
+    void NewPage();
+    void EndDoc();
+    void KillDoc();
+    // The page being printed, from 1.
+    int Page() const { return page_; }
+
+    int Copies() const { return copies_; }
+    void SetCopies(int copies);
+    int Orientation() const { return orientation_; }
+    void SetOrientation(int orientation);
+    int ColorMode() const { return colorMode_; }
+    void SetColorMode(int mode);
+    bool TrackDefault() const { return trackDefault_; }
+    void SetTrackDefault(bool on) { trackDefault_ = on; }
+    QString DeviceName() const;
+
+    // The printer the next document goes to (what the print dialog chose). An
+    // unset destination stands for the environment's default printer.
+    void SetDestination(const PrintDestination& destination);
+    PrintDestination Destination() const;
+    bool DocumentOpen() const { return backend_ != nullptr; }
+    // The environment the open document went to (nullptr with none open).
+    const PrintEnvironment* DocumentEnvironment() const { return openedBy_; }
+
+    // Back to a fresh Printer: no document, default font, twips, page 1, the
+    // default printer. The runtime does it when the environment changes.
+    void Reset();
+
+private:
+    PageGeometry geometry() const;
+    double unitX() const; // twips per unit of the scale
+    double unitY() const;
+    double lineHeight() const; // twips
+    PrinterBackend& document();
+    void closeDocument();
+
+    PrintFont font_;
+    long foreColor_ = vbBlack;
+    int scaleMode_ = 1;
+    double userUnitX_ = 1, userUnitY_ = 1; // twips per unit for ScaleMode 0
+    double x_ = 0, y_ = 0;                  // twips from the printable corner
+    int page_ = 1;
+    int copies_ = 1;
+    int orientation_ = vbPRORPortrait;
+    int colorMode_ = vbPRCMColor;
+    bool trackDefault_ = true;
+    bool destinationSet_ = false;
+    PrintDestination destination_;
+    std::unique_ptr<PrinterBackend> backend_;
+    const PrintEnvironment* openedBy_ = nullptr;
+    PageGeometry openGeometry_;
+};
+
+// The Printer of the program.
+PrinterObject& Printer();
+
+} // namespace vb

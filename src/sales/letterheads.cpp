@@ -1,0 +1,289 @@
+#include "sales/letterheads.h"
+#include "runtime/clock.h"
+#include "runtime/vb.h"
+
+#ifndef VEL_CORREO_FERROBANDA
+#error "VEL_CORREO_FERROBANDA is set by CMake"
+#endif
+
+namespace vel::letterheads {
+
+namespace {
+
+const QString CN = QStringLiteral("Courier New");
+const QString VE = QStringLiteral("Verdana");
+constexpr long Rojo = vb::vbRed;
+constexpr long Verde = vb::vbGreen;
+constexpr long TextoVentana = vb::vbWindowText;
+
+Linea L(const QString& fuente, double tamano, const QString& texto) { return {fuente, tamano, std::nullopt, texto}; }
+Linea L(const QString& fuente, double tamano, long color, const QString& texto) { return {fuente, tamano, color, texto}; }
+
+// The lines FERROBANDA prints under either block.
+Membrete comunesFerrobanda() {
+    return {
+        L(VE, 10, QStringLiteral(" Calle del Faro 12, Bajo Drch")),
+        L(VE, 10, QStringLiteral("     15.000 - Portelas (Valdeferro)")),
+        L(VE, 9, QStringLiteral("                 Tlf. 900 00 00 01")),
+        L(VE, 9, vb::Space(13) + CorreoFerrobanda()),
+    };
+}
+
+Membrete operator+(Membrete a, const Membrete& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+const QString RegistroFerrobanda =
+    QStringLiteral("Ins. en el Reg. Mercantil de Valdeferro, Tomo 1000, Folio 100, Hoja 10000");
+
+Membrete ferrobandaAnterior() {
+    return Membrete{
+               L(CN, 8, QString()),
+               L(CN, 8, QString()),
+               L(CN, 12, QString()),
+               L(VE, 12, QStringLiteral(" SUMINISTROS INDUSTRIALES")),
+               L(VE, 12, QStringLiteral("               PORTELAS")),
+               L(VE, 8, TextoVentana, QStringLiteral("            PILAR VIDAL OTERO 00000000T")),
+           } +
+           comunesFerrobanda();
+}
+
+Membrete ferrobandaPosterior() {
+    return Membrete{
+               L(CN, 8, vb::Space(20) + RegistroFerrobanda),
+               L(CN, 8, QString()),
+               L(CN, 12, QString()),
+               L(VE, 12, Rojo, QStringLiteral("SUMINISTROS INDUSTRIALES")),
+               L(VE, 12, Rojo, QStringLiteral("     PORTELAS, S.L.")),
+               L(VE, 8, TextoVentana, QStringLiteral("            C.I.F.- B-00.000.001")),
+           } +
+           comunesFerrobanda();
+}
+
+Membrete ultramarinos() {
+    return {
+        L(CN, 8, vb::Space(18)),
+        L(CN, 8, QString()),
+        L(CN, 12, QString()),
+        L(VE, 12, Verde, QStringLiteral("           OS VIEIROS")),
+        L(VE, 12, Verde, QStringLiteral("      Comestibles Finos")),
+        L(VE, 10, Verde, QStringLiteral("     Manuel T. Rey Pardo")),
+        L(VE, 8, TextoVentana, QStringLiteral("                NIF:00.000.002-W")),
+        L(VE, 10, QStringLiteral("          Rúa Os Vieiros, 10")),
+        L(VE, 10, QStringLiteral(" 15.000 - Portelas (Valdeferro)")),
+        L(VE, 9, QStringLiteral("  Tlf. 900 00 00 02 / 600 00 00 02")),
+    };
+}
+
+Membrete lapresa() {
+    return {
+        L(CN, 8, vb::Space(40) + QStringLiteral("Lucía Castro Nieto   -   00.000.003-A")),
+        L(CN, 8, QString()),
+        L(CN, 12, QString()),
+        L(VE, 12, QStringLiteral("    ESTABLECIMIENTOS")),
+        L(VE, 12, QStringLiteral("           LA PRESA")),
+        L(VE, 8, TextoVentana, QString()),
+        L(VE, 10, QStringLiteral("     Avda. del Puerto, Nº 20")),
+        L(VE, 10, QStringLiteral("15.000 - Portelas (Valdeferro)")),
+        L(VE, 9, QStringLiteral("          Tlf. - 900 00 00 03 ")),
+        L(VE, 9, QString()),
+    };
+}
+
+Membrete orta() {
+    return {
+        L(CN, 8,
+          vb::Space(15) + QStringLiteral("Ins. en el Reg. Mercantil de Valdeferro, Tomo 2000, Libro 2000, Folio 20, "
+                                         "Hoja VF-20000, Insc. 1")),
+        L(CN, 8, QString()),
+        L(CN, 12, QString()),
+        L(VE, 12, QStringLiteral("              Sistemas")),
+        L(VE, 12, QStringLiteral("               Orta, S.L.")),
+        L(VE, 8, QStringLiteral("                  C.I.F.- B-00.000.004")),
+        L(VE, 10, QStringLiteral("              C/Mayor 20, 2C")),
+        L(VE, 9, QStringLiteral("         36.000 - Ribamar (Valdeferro)")),
+        L(VE, 9, QString()),
+        L(VE, 9, QString()),
+    };
+}
+
+const QString AperturaAviso =
+    QStringLiteral("A los efectos de lo establecido en la Ley Orgánica 15/99, de 13 de diciembre, de Protección de "
+                   "Datos de Carácter Personal y el Real Decreto 1720/2007, ");
+
+const QString PostalFerrobanda =
+    QStringLiteral("a través de un medio gratuito en la siguiente dirección de correo postal: C/ del Faro Nº 12 Bajo "
+                   "dcha. 15000 Portelas, Valdeferro.");
+
+void imprime(vb::PrinterObject& printer, const Membrete& lineas) {
+    for (const Linea& l : lineas) {
+        printer.SetFontName(l.fuente);
+        printer.SetFontSize(l.tamano);
+        if (l.color) printer.SetForeColor(*l.color);
+        printer.Print(l.texto);
+    }
+}
+
+} // namespace
+
+QString CorreoFerrobanda() { return QStringLiteral(VEL_CORREO_FERROBANDA); }
+
+// The date test: "31/03/2019" is greater than today.
+Bloque BloqueDe(const QString& ClientePrograma, const QDate& hoy) {
+    if (ClientePrograma == QLatin1String("FERROBANDA"))
+        return vb::CDate(QStringLiteral("31/03/2019")) > hoy ? Bloque::FerrobandaAnterior : Bloque::FerrobandaPosterior;
+    if (ClientePrograma == QLatin1String("ULTRAMARINOS")) return Bloque::Ultramarinos;
+    if (ClientePrograma == QLatin1String("LAPRESA")) return Bloque::Lapresa;
+    if (ClientePrograma == QLatin1String("ORTA")) return Bloque::Orta;
+    return Bloque::Ninguno;
+}
+
+Bloque BloqueDeHoy(const QString& ClientePrograma) { return BloqueDe(ClientePrograma, vb::Date()); }
+
+const Membrete& MembreteDocumento(Bloque bloque) {
+    static const Membrete ninguno;
+    static const Membrete anterior = ferrobandaAnterior();
+    static const Membrete posterior = ferrobandaPosterior();
+    static const Membrete ultra = ultramarinos();
+    static const Membrete presa = lapresa();
+    static const Membrete ort = orta();
+    switch (bloque) {
+    case Bloque::FerrobandaAnterior: return anterior;
+    case Bloque::FerrobandaPosterior: return posterior;
+    case Bloque::Ultramarinos: return ultra;
+    case Bloque::Lapresa: return presa;
+    case Bloque::Orta: return ort;
+    case Bloque::Ninguno: break;
+    }
+    return ninguno;
+}
+
+Membrete MembreteTicket(Bloque bloque) {
+    switch (bloque) {
+    case Bloque::FerrobandaPosterior: {
+        // The register entry in two lines, to fit the narrow paper.
+        Membrete m = MembreteDocumento(bloque);
+        m[0].texto = QStringLiteral("Ins. en el Reg. Mercantil de Valdeferro,");
+        m.insert(m.begin() + 1, L(CN, 8, QStringLiteral("Tomo 1000, Folio 100, Hoja 10000")));
+        return m;
+    }
+    case Bloque::Lapresa:
+        // The same sizes as the document's lines of the same kind.
+        return {
+            L(VE, 8, QStringLiteral(" ")),
+            L(VE, 8, QStringLiteral("  Lucía Castro Nieto-00.000.003A")),
+            L(VE, 12, QStringLiteral("          ESTABLECIMIENTOS")),
+            L(VE, 12, QStringLiteral("                LA PRESA")),
+            L(VE, 10, QStringLiteral("            Avda. del Puerto, Nº 20")),
+            L(VE, 10, QStringLiteral("       15.000 - Portelas (Valdeferro)")),
+            L(VE, 9, QStringLiteral("           Tlf./FAX - 900 00 00 03 ")),
+        };
+    case Bloque::Orta: return {};
+    default: return MembreteDocumento(bloque);
+    }
+}
+
+QStringList AvisoLegal(Bloque bloque) {
+    switch (bloque) {
+    case Bloque::FerrobandaAnterior:
+        return {AperturaAviso,
+                QStringLiteral("Suministros Industriales Portelas le comunica que sus datos de Carácter Personal forman "
+                               "parte de una base de datos gestionada bajo la responsabilidad "),
+                QStringLiteral("de Pilar Vidal Otero, con la finalidad de ser incorporado al fichero CLIENTES,  el cual "
+                               "se encuentra registrado en la AEPD, tal y como establece la"),
+                QStringLiteral("normativa legal, a este respecto."),
+                QStringLiteral("Suministros Industriales Portelas como Responsable del Fichero, le permite ejercitar sus "
+                               "Derechos ARCO, (acceso, rectificación, cancelación y oposición), "),
+                PostalFerrobanda};
+    case Bloque::FerrobandaPosterior:
+        return {AperturaAviso,
+                QStringLiteral("Suministros Industriales Portelas S.L le comunica que sus datos de Carácter Personal "
+                               "forman parte de una base de datos gestionada bajo la responsabilidad "),
+                QStringLiteral("de Suministros Industriales Portelas S.L, con la finalidad de ser incorporado al fichero "
+                               "CLIENTES,  el cual se encuentra registrado en la AEPD, tal y como "),
+                QStringLiteral("establece la normativa legal, a este respecto."),
+                QStringLiteral("Suministros Industriales Portelas S.L como Responsable del Fichero, le permite ejercitar "
+                               "sus Derechos ARCO, (acceso, rectificación, cancelación y oposición), "),
+                PostalFerrobanda};
+    case Bloque::Ultramarinos:
+        return {AperturaAviso,
+                QStringLiteral("le informamos que sus datos de Carácter Personal forman parte de una base de datos "
+                               "gestionada bajo la responsabilidad de MANUEL TOMAS REY PARDO"),
+                QStringLiteral("con la finalidad de ser incorporado al fichero CLIENTES, el cual se encuentra registrado "
+                               "en la AEPD, tal y como establece la normativa legal, a este respecto."),
+                QStringLiteral("Puede ejercer sus Derechos ARCO, (acceso, rectificación, cancelación y oposición), a "
+                               "través de un medio gratuito en la siguiente dirección de correo postal:"),
+                QStringLiteral("Rua/ Os Vieiros Nº10, 15000 Portelas (Valdeferro).")};
+    case Bloque::Orta:
+        return {AperturaAviso,
+                QStringLiteral("Sistemas Orta S.L le comunica que sus datos de Carácter Personal forman parte de una "
+                               "base de datos gestionada bajo la responsabilidad de Sistemas"),
+                QStringLiteral("Orta S.L, con la finalidad de ser incorporado al fichero CLIENTES,  el cual se encuentra "
+                               "registrado en la AEPD, tal y como establece la normativa"),
+                QStringLiteral("legal, a este respecto."),
+                QStringLiteral("Sistemas Orta S.L como Responsable del Fichero, le permite ejercitar sus Derechos ARCO, "
+                               "(acceso, rectificación, cancelación y oposición), a través"),
+                QStringLiteral("de un medio gratuito en la siguiente dirección de correo postal: C/Mayor 20 2ºC, 36000 "
+                               "Ribamar (Valdeferro)")};
+    case Bloque::Lapresa:
+    case Bloque::Ninguno: break;
+    }
+    return {};
+}
+
+QString LineaCuentaBancaria(Bloque bloque) {
+    if (bloque != Bloque::Orta) return QString();
+    return vb::Space(int(vb::Int(37 / 2.0))) +
+           QStringLiteral("Nº Cuenta: MAREESMMXXX ES91 2100 0000 11 0200000000 - Banco Mareiro Corporación Bancaria "
+                          "S.A.");
+}
+
+std::optional<CabeceraListado> CabeceraListadoDe(const QString& ClientePrograma) {
+    if (ClientePrograma == QLatin1String("FERROBANDA"))
+        return CabeceraListado{QStringLiteral("Suministros Industriales"), QStringLiteral("     ______________"),
+                               QStringLiteral("        PORTELAS"), 33};
+    if (ClientePrograma == QLatin1String("ULTRAMARINOS"))
+        return CabeceraListado{QStringLiteral("  Panadería Bollería Os Vieiros"), QStringLiteral("      _______________"),
+                               QStringLiteral("      PORTELAS"), 29};
+    if (ClientePrograma == QLatin1String("LAPRESA"))
+        return CabeceraListado{QStringLiteral("      ESTABLECIMIENTOS"), QStringLiteral("   ______________"),
+                               QStringLiteral("      LA PRESA"), 35};
+    if (ClientePrograma == QLatin1String("ORTA"))
+        return CabeceraListado{QStringLiteral("      TECNOLOGIA"), QStringLiteral("      __________"),
+                               QStringLiteral("         ORTA"), 35};
+    return std::nullopt;
+}
+
+bool ImprimeMembrete(vb::PrinterObject& printer, const QString& ClientePrograma) {
+    printer.SetFontName(CN);
+    printer.SetFontSize(8);
+    const Membrete& m = MembreteDocumento(BloqueDeHoy(ClientePrograma));
+    imprime(printer, m);
+    return !m.empty();
+}
+
+bool ImprimeMembreteTicket(vb::PrinterObject& printer, const QString& ClientePrograma) {
+    printer.SetFontName(CN);
+    printer.SetFontSize(8);
+    const Membrete m = MembreteTicket(BloqueDeHoy(ClientePrograma));
+    imprime(printer, m);
+    return !m.empty();
+}
+
+void ImprimeAvisoLegal(vb::PrinterObject& printer, const QString& ClientePrograma, const QString& margen) {
+    printer.SetFontName(CN);
+    printer.SetFontSize(6);
+    for (const QString& linea : AvisoLegal(BloqueDeHoy(ClientePrograma))) printer.Print(margen + linea);
+}
+
+void ImprimeCuentaBancaria(vb::PrinterObject& printer, const QString& ClientePrograma) {
+    printer.SetFontName(CN);
+    printer.SetFontSize(8);
+    const QString linea = LineaCuentaBancaria(BloqueDeHoy(ClientePrograma));
+    if (linea.isEmpty()) return;
+    printer.Print(linea);
+    printer.Print();
+}
+
+} // namespace vel::letterheads

@@ -1,0 +1,83 @@
+// The printed delivery note: a stream of whole text lines in a fixed-pitch font,
+// every column made of blanks. The window hands over what it shows at the
+// moment of printing (its boxes, labels and grid), never what the tables hold,
+// so what is printed is what stands on the screen.
+//
+// The window's print procedures are these, called through vb::RunPrintJob:
+//
+//   void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Ventana()); }
+//   void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Ventana(), contadores); }
+//   void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Ventana()); }
+#pragma once
+#include "runtime/printer.h"
+#include <QString>
+#include <array>
+#include <cstdint>
+#include <functional>
+
+namespace vel::print_layout {
+
+// The controls of a document window the print procedures read, by their names.
+struct Documento {
+    QString ClientePrograma;
+    QString Combonombrecomercial, Combonombrefiscal, Textdomicilio, Textcodigopostal, Textpoblacion, Textprovincia,
+        Combonif;
+    QString Combonumerofactura, Comboejerciciofactura, Textfechafactura, Labelformapagofacturavencimientos;
+    QString ComboProforma; // the delivery note's kind: "Albarán", "Proforma", "Presupuesto"
+    QString Labelbruto, Labeldescuento, Labelneto, Labelbase, Textiva, Labelimporteiva, Textrecargo,
+        Labelimporterecargo, Labeltotalfactura;
+    // Gridfacturas: Rows counts the title row 0; columns 0 to 6 are reference,
+    // description, units, unit amount, subtotal, discount, total.
+    long Rows = 1;
+    std::function<QString(int row, int col)> TextMatrix;
+    // The receipt's own fields.
+    QString Comborecibosfactura, Labelbanco, TextIban, Textbanco, Textsucursal, Textdigitocontrol, Textnumerocuenta;
+};
+
+// The three fields the print procedures of one document share, 16-bit signed
+// as the window keeps them.
+struct Contadores {
+    std::int16_t paginas = 0;
+    std::int16_t paginaactual = 0; // set, never read
+    std::int16_t lineas = 0;
+};
+
+// A whole number stored in a 16-bit field: out of its range, runtime error 6
+// "Desbordamiento".
+std::int16_t Integer16(double value);
+
+// ---- The pieces of the lines ----------------------------------------------------
+
+// The payment term as printed: "1/0," "CONTADO", "1/30" "30 Días", "1/60" "60
+// Días", "1/90" "90 Días" by the label's first four characters; any other label
+// prints whole.
+QString TerminoPago(const QString& Labelformapagofacturavencimientos);
+
+// The seven pieces of a delivery-note line from the grid's seven texts: the
+// reference in 14, the description in 27, the units in 7, the unit amount and
+// the subtotal in 10, the discount in 3 and the total in 9 columns. An amount
+// longer than 9 takes the column before it (see the .cpp).
+std::array<QString, 7> PiezasLineaAlbaran(const std::array<QString, 7>& celdas);
+QString LineaAlbaran(const std::array<QString, 7>& celdas);
+
+// paginas of a delivery note with a grid of Rows rows (title row included).
+std::int16_t PaginasAlbaran(long Rows);
+
+// The totals line of the delivery note's foot, made by repeated cutting.
+QString LineaTotalesAlbaran(const Documento& d);
+
+// Format(Round(Val(text), 2), "0.00"), the form of every amount of the feet.
+QString Importe(const QString& text);
+
+// ---- The procedures ----------------------------------------------------------------
+
+// Steps 1 to 7 of both document headers: the letterhead, the customer block and
+// three empty lines.
+void CabeceraCliente(vb::PrinterObject& printer, const Documento& d);
+void cabeceraalbaran(vb::PrinterObject& printer, const Documento& d);
+void detallealbaran(vb::PrinterObject& printer, const Documento& d, Contadores& c);
+void piealbaran(vb::PrinterObject& printer, const Documento& d);
+
+extern const QString RayaSubrayado; // the 80 underscores of the delivery note's rules
+
+} // namespace vel::print_layout
