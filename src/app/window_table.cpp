@@ -11,6 +11,7 @@
 #include "masterdata/sucursales.h"
 #include "masterdata/tipoiva.h"
 #include "pos/ftpv.h"
+#include "sales/formalbaranventa.h"
 
 // Windows, one include and one line each.
 
@@ -30,6 +31,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
+        {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
     };
     return table;
 }
