@@ -1,7 +1,6 @@
 // The delivery note window on a shop's database: its controls by their
 // names and captions, the bound of the years list, the date box, the year box's keys
 // and a due date changed on the calendar.
-#ifdef VEL_BUSQUEDA_CLIENTES
 #include "core/record_store.h"
 #include "core/schema.h"
 #include "core/session.h"
@@ -209,4 +208,3 @@ TEST_F(DeliveryNoteWindow, ADayPickedOnTheCalendarReplacesTheChosenDueDate) {
 }
 
 } // namespace
-#endif // VEL_BUSQUEDA_CLIENTES
