@@ -259,45 +259,35 @@ void FormAlbaranVenta::LlenarFormasDePago() {
     else vb::MsgBox(QStringLiteral("No hay datos de formas de pago disponibles"));
 }
 
-void FormAlbaranVenta::Commandmodificar_Click() {
-    EntrarEnModo({"M", false, false, true, true});
+// Modificar, Borrar and Consultar open the customer's notes the same way: the
+// lists of the chosen customer, its years, and the first note of the year
+// shown, with the focus where the mode wants it. False when the customer has
+// no note that year.
+bool FormAlbaranVenta::MostrarPrimerAlbaran(QWidget* foco) {
     borrarfacturas();
     Listas->Lista_Click(QStringLiteral("CODIGO"));
     CargarDatos();
     Comboejerciciofactura_Click();
-    if (ui->Combonumerofactura->ListCount() >= 1) {
-        ui->Combonumerofactura->SetListIndex(0);
-        Combonumerofactura_Click();
-        vb::SetFocus(ui->Comboejerciciofactura);
-    }
+    if (ui->Combonumerofactura->ListCount() < 1) return false;
+    ui->Combonumerofactura->SetListIndex(0);
+    Combonumerofactura_Click();
+    vb::SetFocus(foco);
+    return true;
+}
+
+void FormAlbaranVenta::Commandmodificar_Click() {
+    EntrarEnModo({"M", false, false, true, true});
+    MostrarPrimerAlbaran(ui->Comboejerciciofactura);
 }
 
 void FormAlbaranVenta::Commandborrar_Click() {
     EntrarEnModo({"B", false, true, false, false});
-    borrarfacturas();
-    Listas->Lista_Click(QStringLiteral("CODIGO"));
-    CargarDatos();
-    Comboejerciciofactura_Click();
-    if (ui->Combonumerofactura->ListCount() >= 1) {
-        ui->Combonumerofactura->SetListIndex(0);
-        Combonumerofactura_Click();
-        vb::SetFocus(ui->Comboejerciciofactura);
-    }
+    MostrarPrimerAlbaran(ui->Comboejerciciofactura);
 }
 
 void FormAlbaranVenta::Commandconsultar_Click() {
     EntrarEnModo({"O", false, true, true, true});
-    borrarfacturas();
-    Listas->Lista_Click(QStringLiteral("CODIGO"));
-    CargarDatos();
-    Comboejerciciofactura_Click();
-    if (ui->Combonumerofactura->ListCount() >= 1) {
-        ui->Combonumerofactura->SetListIndex(0);
-        Combonumerofactura_Click();
-        vb::SetFocus(ui->Combonumerofactura);
-    } else {
-        Commandcancelar_Click();
-    }
+    if (!MostrarPrimerAlbaran(ui->Combonumerofactura)) Commandcancelar_Click();
 }
 
 // In a mode: back to rest, with the customer read again; ModoVentana keeps its

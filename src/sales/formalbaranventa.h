@@ -52,6 +52,7 @@ public:
     void buscanif();
     void muestradatos();
     void borrarfacturas();
+    bool MostrarPrimerAlbaran(QWidget* foco);
 
     // ---- Event procedures ---------------------------------------------------------------
     void Commandnuevo_Click() override;
