@@ -46,11 +46,11 @@ QString WriteDbfTable(const QString& path, QStringList lines) {
         int width;
     };
     std::vector<Field> fields;
-    for (const QString& spec : lines.takeFirst().split(';')) {
-        const QStringList p = spec.trimmed().split(QRegularExpression(QStringLiteral("\\s+")));
+    for (const QString& campo : lines.takeFirst().split(';')) {
+        const QStringList p = campo.trimmed().split(QRegularExpression(QStringLiteral("\\s+")));
         if (p.size() < 3) {
             DBFClose(h);
-            return QStringLiteral("campo mal descrito: ") + spec;
+            return QStringLiteral("campo mal descrito: ") + campo;
         }
         const char type = p[1].at(0).toLatin1();
         const int width = p[2].toInt();
