@@ -7,10 +7,13 @@
 #include "masterdata/due_dates.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
+#include "runtime/common_dialog.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "runtime/print_job.h"
 #include "runtime/save_report.h"
 #include "runtime/vb.h"
+#include "sales/receipts.h"
 #include "ui_formalbaranventa.h"
 
 #include <QPlainTextEdit>
@@ -97,6 +100,11 @@ FormAlbaranVenta::FormAlbaranVenta(QWidget* parent)
                        static_cast<QWidget*>(ui->Comboformapagofactura), static_cast<QWidget*>(ui->ComboProforma)})
         OnGotFocus(w, [this] { OcultarCalendario(); });
     OnClick(ui->Calendario, [this] { Calendario_Click(); });
+
+    CommonDialog1 = new vb::CommonDialog(this);
+    CommonDialog1->setObjectName(QStringLiteral("CommonDialog1"));
+    OnClick(ui->CommandImprimir, [this] { CommandImprimir_Click(); });
+    OnClick(ui->CommandEnviar, [this] { CommandEnviar_Click(); });
 }
 
 FormAlbaranVenta::~FormAlbaranVenta() = default;
@@ -688,6 +696,73 @@ void FormAlbaranVenta::Commandaceptar_Click() {
         }
         paso([&] { Commandmodificar_Click(); });
     }
+}
+
+// ---- Printing --------------------------------------------------------------------------------------
+
+// The note on paper: the print dialog, then the header, the lines and the foot,
+// each reading the window as it stands. A cancelled dialog, or no printer at
+// all, prints nothing and says nothing.
+void FormAlbaranVenta::CommandImprimir_Click() {
+    vb::RunPrintJob({.dialog = CommonDialog1,
+                     .calendar = ui->Calendario,
+                     .procedures = {[this] { cabeceraalbaran(); }, [this] { detallealbaran(); },
+                                    [this] { piealbaran(); }}});
+}
+
+// "Enviar Albarán" sends nothing: it prints the note's receipt, for the due
+// date chosen in Comborecibosfactura. The mode buttons and Cancelar keep this
+// button disabled; its procedure prints whenever it is run.
+void FormAlbaranVenta::CommandEnviar_Click() {
+    vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .procedures = {[this] { recibo(); }}});
+}
+
+void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Ventana()); }
+
+void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Ventana(), contadores); }
+
+void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Ventana()); }
+
+void FormAlbaranVenta::recibo() { receipts::ReciboAlbaran(vb::Printer(), Ventana()); }
+
+// What is printed is what stands on the screen: the customer's boxes, the
+// document's combos and labels, the totals and the grid's cells, read when a
+// print procedure runs.
+print_layout::Documento FormAlbaranVenta::Ventana() const {
+    vb::FlexGrid* grid = Lineas_->Gridfacturas;
+    print_layout::Documento d;
+    d.ClientePrograma = ClientePrograma;
+    d.Combonombrecomercial = ui->Combonombrecomercial->Text();
+    d.Combonombrefiscal = ui->Combonombrefiscal->Text();
+    d.Textdomicilio = ui->Textdomicilio->text();
+    d.Textcodigopostal = ui->Textcodigopostal->text();
+    d.Textpoblacion = ui->Textpoblacion->text();
+    d.Textprovincia = ui->Textprovincia->text();
+    d.Combonif = ui->Combonif->Text();
+    d.Combonumerofactura = ui->Combonumerofactura->Text();
+    d.Comboejerciciofactura = ui->Comboejerciciofactura->Text();
+    d.Textfechafactura = ui->Textfechafactura->text();
+    d.Labelformapagofacturavencimientos = ui->Labelformapagofacturavencimientos->text();
+    d.ComboProforma = ui->ComboProforma->Text();
+    d.Labelbruto = Lineas_->Labelbruto->text();
+    d.Labeldescuento = Lineas_->Labeldescuento->text();
+    d.Labelneto = Lineas_->Labelneto->text();
+    d.Labelbase = Lineas_->Labelbase->text();
+    d.Textiva = Lineas_->Textiva->text();
+    d.Labelimporteiva = Lineas_->Labelimporteiva->text();
+    d.Textrecargo = Lineas_->Textrecargo->text();
+    d.Labelimporterecargo = Lineas_->Labelimporterecargo->text();
+    d.Labeltotalfactura = Lineas_->Labeltotalfactura->text();
+    d.Rows = grid->Rows();
+    d.TextMatrix = [grid](int fila, int col) { return grid->TextMatrix(fila, col); };
+    d.Comborecibosfactura = ui->Comborecibosfactura->Text();
+    d.Labelbanco = ui->Labelbanco->text();
+    d.TextIban = ui->TextIban->text();
+    d.Textbanco = ui->Textbanco->text();
+    d.Textsucursal = ui->Textsucursal->text();
+    d.Textdigitocontrol = ui->Textdigitocontrol->text();
+    d.Textnumerocuenta = ui->Textnumerocuenta->text();
+    return d;
 }
 
 // ---- Keys ---------------------------------------------------------------------------------------

@@ -17,12 +17,17 @@
 #include "runtime/calendar.h"
 #include "sales/document_statements.h"
 #include "sales/document_totals.h"
+#include "sales/print_layout.h"
 
 #include <QCheckBox>
 #include <QFrame>
 #include <array>
 #include <memory>
 #include <optional>
+
+namespace vb {
+class CommonDialog;
+}
 
 namespace Ui {
 class FormAlbaranVenta;
@@ -69,6 +74,17 @@ public:
     void Comborecibosfactura_Click();
     void Calendario_Click();
     void Textfechafactura_LostFocus();
+    // The print buttons: the note, and (in spite of its caption) its receipt.
+    void CommandImprimir_Click();
+    void CommandEnviar_Click();
+
+    // ---- Print procedures: they read what the window shows now ----------------------
+    void cabeceraalbaran();
+    void detallealbaran();
+    void piealbaran();
+    void recibo();
+    // The fields the three procedures of a printed note share.
+    print_layout::Contadores contadores;
 
     DocumentTotals* Lineas() const { return Lineas_; }
 
@@ -105,11 +121,14 @@ private:
                         int& F);
     void BorrarAlbaran(const std::function<bool(const std::function<void()>&)>& trap);
     void LeerConfiguracion();
+    // The controls the print procedures read, as they stand at this moment.
+    print_layout::Documento Ventana() const;
 
     std::unique_ptr<Ui::FormAlbaranVenta> ui;
     std::optional<PartnerView> Vista;
     std::optional<PartnerLists> Listas;
     DocumentTotals* Lineas_ = nullptr;
+    vb::CommonDialog* CommonDialog1 = nullptr;
 };
 
 } // namespace vel
