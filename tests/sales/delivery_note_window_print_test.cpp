@@ -11,6 +11,7 @@
 #include "core/session.h"
 #include "print_fixture.h"
 #include "runtime/app.h"
+#include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
 #include "runtime/vb.h"
@@ -85,12 +86,13 @@ protected:
                  const QString& iban = "ES12") {
         exec(QString::fromUtf8(kPedro).arg(banco, sucursal, dc, cuenta, fiscal, iban));
     }
-    static void nota(int numero) {
+    static void nota(int numero, const QString& formaPago = "30") {
         exec(QStringLiteral("INSERT INTO cabecera_albaran_venta VALUES (01, 'AV', 2026, %1, '02/11/2026', 00, '', "
                             "01, '', '', 'P', '12345678Z', 'PEDRO GARCIA LOPEZ', 'CALLE MAYOR 1', 'MADRID', '28001', "
-                            "'MADRID', 'ESPAÑOLA', '30', 1, '0049', '0012', '12', '1234567890', %1, '', '', '', '', "
+                            "'MADRID', 'ESPAÑOLA', '%2', 1, '0049', '0012', '12', '1234567890', %1, '', '', '', '', "
                             "'', '', 0, 0, '0', '0', '0', '', 21, 0, 0, '0', 'ES12')")
-                 .arg(numero));
+                 .arg(numero)
+                 .arg(formaPago));
     }
     static void linea(int numero, const QString& ref, const QString& desc, const QString& unidades,
                       const QString& precio, const QString& dto) {
@@ -154,7 +156,7 @@ TEST_F(DeliveryNoteWindowPrint, TheReceiptOfTheNoteOnScreenHasItsNineteenLines) 
     consultar();
     const QString total = control<vb::Label>("Labeltotalfactura")->text();
     const QString vence = control<vb::ComboBox>("Comborecibosfactura")->Text();
-    ASSERT_EQ(total, "55.25");
+    ASSERT_EQ(total, "57.67");
     ASSERT_EQ(vence, "28/12/2026");
     ok();
     enviar();
@@ -163,10 +165,10 @@ TEST_F(DeliveryNoteWindowPrint, TheReceiptOfTheNoteOnScreenHasItsNineteenLines) 
     const QStringList expected = {
         regla,
         "            | RECIBO Nº: | LOCALIDAD DE EXPEDICIÓN:   | IMPORTE:        |",
-        "            |    00012    |  PORTELAS                  |    55.25      |",
+        "            |    00012   |  PORTELAS                  |    57.67      |",
         regla,
         "            | FECHA DE EXPEDICIÓN:       | VENCIMIENTO:                 |",
-        "            |            02/11/2026      |             28/12/2026            |",
+        "            |            02/11/2026      |        28/12/2026            |",
         regla,
         "",
         "",
@@ -175,10 +177,10 @@ TEST_F(DeliveryNoteWindowPrint, TheReceiptOfTheNoteOnScreenHasItsNineteenLines) 
         "            |  BANCO DEL NORTE / ES12 0049 0012 12 1234567890                        |",
         regla,
         regla,
-        "            |   FERRETERIA PEDRO                                       |",
-        "            |   FERRETERIA PEDRO SL                                    |",
-        "            |   CALLE MAYOR 1                                          |",
-        "            |   28001 MADRID-MADRID                                    |",
+        "            |   FERRETERIA PEDRO                                        |",
+        "            |   FERRETERIA PEDRO SL                                     |",
+        "            |   CALLE MAYOR 1                                           |",
+        "            |   28001 MADRID-MADRID                                     |",
         regla};
     EXPECT_EQ(lines(), expected);
     // Every line in "Courier New" 12, one page.
@@ -211,11 +213,32 @@ TEST_F(DeliveryNoteWindowPrint, TheAmountsBarMovesWithTheFigure) {
     auto* numeros = control<vb::ComboBox>("Combonumerofactura");
     numeros->SetListIndex(numeros->findText("00013"));
     settle();
-    ASSERT_EQ(control<vb::Label>("Labeltotalfactura")->text(), "149382.71");
+    ASSERT_EQ(control<vb::Label>("Labeltotalfactura")->text(), "149382.72");
     ok();
     enviar();
-    EXPECT_EQ(lines()[2], "            |    00013    |  PORTELAS                  |    149382.71      |");
-    EXPECT_EQ(lines()[2].lastIndexOf('|') - corto, 4); // "55.25" to "149382.71"
+    EXPECT_EQ(lines()[2], "            |    00013   |  PORTELAS                  |    149382.72      |");
+    EXPECT_EQ(lines()[2].lastIndexOf('|') - corto, 4); // "57.67" to "149382.72"
+}
+
+// A note paid at 30, 60 and 90 days: one receipt, for the due date chosen, with
+// the whole note's amount.
+TEST_F(DeliveryNoteWindowPrint, OneReceiptForTheChosenDueDateWithTheWholeAmount) {
+    exec("DELETE FROM cabecera_albaran_venta");
+    nota(12, "369");
+    cliente();
+    consultar();
+    auto* recibos = control<vb::ComboBox>("Comborecibosfactura");
+    ASSERT_EQ(recibos->ListCount(), 3);
+    EXPECT_EQ(recibos->List(0), "28/12/2026");
+    EXPECT_EQ(recibos->List(1), "28/01/2027");
+    recibos->SetListIndex(1);
+    settle();
+    ok();
+    enviar();
+    ASSERT_EQ(recorder.jobs.size(), 1u);
+    EXPECT_EQ(lines().size(), 19);
+    EXPECT_EQ(lines()[2], "            |    00012   |  PORTELAS                  |    57.67      |");
+    EXPECT_EQ(lines()[5], "            |            02/11/2026      |        28/01/2027            |");
 }
 
 TEST_F(DeliveryNoteWindowPrint, WithNoBankAccountTheBankLineKeepsItsSeparators) {
@@ -223,13 +246,11 @@ TEST_F(DeliveryNoteWindowPrint, WithNoBankAccountTheBankLineKeepsItsSeparators) 
     consultar();
     ok();
     enviar();
-    // The account boxes show the masks of the customer's tab ("0000", "00",
-    // "0000000000"), and the bank's label says there is no such bank.
-    const QString banco = control<QLabel>("Labelbanco")->text();
-    const QString cuenta = control<QLineEdit>("Textbanco")->text() + " " + control<QLineEdit>("Textsucursal")->text() +
-                           " " + control<QLineEdit>("Textdigitocontrol")->text() + " " +
-                           control<QLineEdit>("Textnumerocuenta")->text();
-    EXPECT_EQ(lines()[11], "            |  " + banco + " /  " + cuenta + vb::Space(24) + "|");
+    // No bank name, no IBAN, no bank, no branch: the separators and their
+    // blanks. The control digits and the account are numbers kept as 0, which
+    // the customer's tab shows through their masks "00" and "0000000000".
+    EXPECT_EQ(control<QLabel>("Labelbanco")->text(), "");
+    EXPECT_EQ(lines()[11], "            |   /    00 0000000000                        |");
 }
 
 TEST_F(DeliveryNoteWindowPrint, ALongFiscalNameIsCutAtTheRightBar) {
