@@ -11,6 +11,11 @@
 // area, the grid and the totals are the piece both document windows hold
 // (document_totals.h). Commandaceptar_Click alone has an error trap: the save
 // report, into erralbar.txt, after which the save goes on.
+//
+// Printing reads what the window shows, saved or not: CommandImprimir prints
+// the note (cabeceraalbaran, detallealbaran, piealbaran), CommandEnviar its
+// receipt (recibo), each procedure handing the shared layout code the
+// controls as they stand (Ventana). The window never turns CommandEnviar on.
 #pragma once
 #include "core/maintenance_window.h"
 #include "masterdata/partner_search.h"

@@ -182,6 +182,8 @@ TEST_F(DeliveryNoteWindowPrint, TheReceiptOfTheNoteOnScreenHasItsNineteenLines) 
         "            |   28001 MADRID-MADRID                                     |",
         regla};
     EXPECT_EQ(lines(), expected);
+    // The account is not cut: its bar stands 13 columns right of the box's.
+    EXPECT_EQ(lines()[11].lastIndexOf('|') - lines()[10].lastIndexOf('|'), 13);
     // Every line in "Courier New" 12, one page.
     for (const auto& e : recorder.last().prints()) EXPECT_EQ(e.font, (vb::PrintFont{"Courier New", 12, false, false}));
     EXPECT_EQ(recorder.last().pages(), 1);
