@@ -206,8 +206,10 @@ QString LineaFactura(const std::array<QString, 7>& celdas) {
     return p[0] + p[1] + p[2] + p[3] + p[4] + p[5] + p[6];
 }
 
-// The lines to print are the R - 1 grid lines, and with a long description one
-// empty line and its U + 1 lines: R + U + 1 in all. Up to 40 fit on one page.
+// R + U + 1 is the grid's Rows, title row included, plus the lines of the long
+// description: with a description, every line the detail prints (grid lines,
+// the empty line, the description's lines); without one, the grid lines and
+// one more. Above 40 the invoice has more than one page.
 std::int16_t PaginasFactura(long Rows, const QString& TextDescripcionLarga) {
     const long U = long(vb::Split(TextDescripcionLarga, vbCrLf).size()) - 1;
     if (Rows + U + 1 > 40) return Integer16(vb::Int(double(Rows + U) / 39) + 1);
