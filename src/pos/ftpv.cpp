@@ -17,8 +17,8 @@
 #include "runtime/listbox.h"
 #include "runtime/msgbox.h"
 #include "runtime/printer.h"
-#include "sales/letterheads.h"
 #include "runtime/vb.h"
+#include "sales/letterheads.h"
 
 
 namespace vel {
