@@ -4,6 +4,7 @@
 #include "core/record_store.h"
 #include "core/series.h"
 #include "core/session.h"
+#include "core/sql_values.h"
 #include "masterdata/due_dates.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
@@ -449,18 +450,20 @@ void DocumentWindow::Combonumerofactura_Click() {
     DocumentoMostrado();
 }
 
-// Every stored line through the line fields, in the stored order. A NULL reads
-// as empty text.
+// Every stored line through the line fields, in the stored order.
 void DocumentWindow::CargarLineas(bool desdeNumero) {
     auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("detalle") + " WHERE " +
                                        Columna("ejercicio", "detalle") + " = " + ui->Comboejerciciofactura->Text() +
                                        " AND " + Columna("numero", "detalle") + " = " +
                                        Format(ui->Combonumerofactura->Text(), QStringLiteral("00000")));
+    const auto texto = [&](const char* campo) {
+        const QString columna = Columna(campo, "detalle");
+        return textos_.nuloComoVacio ? TextoCampo(*rs, columna) : rs->Fields(columna).str();
+    };
     while (!rs->Eof()) {
-        QString precio = rs->Fields(Columna("pvp_neto", "detalle")).str();
+        QString precio = texto("pvp_neto");
         if (desdeNumero && textos_.precioNoNumericoACero && !vb::IsNumeric(precio)) precio = QStringLiteral("0");
-        Lineas_->ReproducirLinea(rs->Fields(Columna("referencia", "detalle")).str(),
-                                 rs->Fields(Columna("descripcion", "detalle")).str(),
+        Lineas_->ReproducirLinea(texto("referencia"), texto("descripcion"),
                                  rs->Fields(Columna("unidades", "detalle")).str(), precio,
                                  rs->Fields(Columna("descuento", "detalle")).str());
         LineaLeida(*rs, desdeNumero);

@@ -62,6 +62,7 @@ struct TextosDocumento {
     QString preguntaModificar;   // mode "M"
     bool frame2EnBorrar;         // the customer can still be chosen in mode "B"
     bool precioNoNumericoACero;  // a stored price that isn't a number shows "0" (from the number)
+    bool nuloComoVacio;          // a stored reference, description or price that is Null reads as empty
     QString estadoNuevo;         // the state of a new document's header
     QString ficheroErrores;      // the save report's file
     vb::SaveReportRecord (*registroErrores)(const vb::DocumentReportValues&);

@@ -31,6 +31,7 @@ const TextosDocumento kAlbaran{
     .preguntaModificar = QStringLiteral(" ¿Desea guardar las modificaciones efectuadas en el albarán?"),
     .frame2EnBorrar = false,
     .precioNoNumericoACero = true,
+    .nuloComoVacio = false,
     .estadoNuevo = QStringLiteral("P"),
     .ficheroErrores = vb::kDeliveryNoteReportFile,
     .registroErrores = &vb::DeliveryNoteReportRecord,

@@ -32,6 +32,7 @@ const TextosDocumento kFactura{
     .preguntaModificar = QStringLiteral(" ¿Desea guardar las modificaciones efectuadas en la factura?"),
     .frame2EnBorrar = true,
     .precioNoNumericoACero = false,
+    .nuloComoVacio = true,
     .estadoNuevo = QStringLiteral("1"),
     .ficheroErrores = vb::kInvoiceReportFile,
     .registroErrores = &vb::InvoiceReportRecord,
