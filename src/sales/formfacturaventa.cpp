@@ -126,7 +126,8 @@ void FormFacturaVenta::LimpiarAlElegir() { LimpiarDatosFactura(); }
 void FormFacturaVenta::LineaLeida(Recordset& rs, bool desdeNumero) {
     if (desdeNumero)
         propio->TextDescripcionLarga->setPlainText(
-            rs.Fields(QStringLiteral("descripcionlarga_detalle_factura_venta")).str());
+            rs.Fields(QStringLiteral("descripcionlarga_detalle_factura_venta")).str().replace(QStringLiteral("\r\n"),
+                                                                                              QStringLiteral("\n")));
 }
 
 void FormFacturaVenta::DocumentoMostrado() {
@@ -151,8 +152,12 @@ void FormFacturaVenta::AntesDeLasLineas(const Paso& paso) {
     });
 }
 
-// The one long text, as it stands (no upper case), on every line.
-QString FormFacturaVenta::DescripcionLarga() const { return propio->TextDescripcionLarga->toPlainText(); }
+// The one long text, as it stands (no upper case), on every line. Its lines
+// are joined by CR LF, as a multi-line text box holds them: so they are stored
+// and so the printed invoice splits them.
+QString FormFacturaVenta::DescripcionLarga() const {
+    return propio->TextDescripcionLarga->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+}
 
 // An invoice has no life cycle: its header holds '1', also when modified, and
 // nothing is read before the delete.
