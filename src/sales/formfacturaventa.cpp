@@ -92,6 +92,8 @@ void FormFacturaVenta::BotonesDelModo() {
 }
 
 // Botones flips the print buttons and the tick, and the import only for ORTA.
+// A flip, not a setting: Nuevo alone turns the import on, so leaving Modificar,
+// Consultar or Borrar flips it on at rest, and the next Cancelar off again.
 void FormFacturaVenta::BotonesPropios() {
     QList<QWidget*> propios = {propio->Commandfactura, propio->Commandrecibos, propio->CheckCuenta};
     if (EsOrta()) propios << propio->CommandImportar;
@@ -139,6 +141,16 @@ QString FormFacturaVenta::TiendaDocumentoGuardado() const { return QStringLitera
 
 // Between the counter and the rows: the invoice and its receipts may go to
 // paper now, printed from the window, before any row of it exists.
+//
+// What a failed print leaves. The order says that a print that fails leaves
+// the number used and no invoice; the save's error trap says that a failing
+// step is reported and the save goes on with the next. Both hold here: while
+// the invoice prints, the counter is at its number and not one row of it is
+// stored, and a program stopped there (a printer that never answers, the
+// machine switched off) leaves exactly that. A print job that merely fails
+// (no printer, a cancelled dialog) passes its error over inside the job, as
+// every print button does, so the questions end normally and the save goes
+// on: the invoice is stored, unprinted, with its number.
 void FormFacturaVenta::AntesDeLasLineas(const Paso& paso) {
     paso([&] {
         if (vb::MsgBox(QStringLiteral("¿Desea imprimir ahora la factura?"), vb::vbYesNo + vb::vbQuestion,
