@@ -695,15 +695,20 @@ long Recordset::count() const {
 
 bool Recordset::step(bool withValues) {
     if (!stmt_) return false;
+    // The row the cursor stands on lives in the statement: keep what it holds
+    // when the statement moves on without taking the cursor along.
+    if (!withValues) keepLiveRow();
+    else if (rowLive_) rowAt_ = -1; // the cursor moves on: a way back reads the row by key
+    rowLive_ = false;
     const int rc = sqlite3_step(stmt_);
     if (rc == SQLITE_ROW) {
         const int n = static_cast<int>(names_.size());
         if (keyed_) {
             keys_.push_back(sqlite3_column_int64(stmt_, n));
             if (withValues) {
-                row_.clear();
-                row_.reserve(static_cast<size_t>(n));
-                for (int i = 0; i < n; ++i) row_.push_back(columnValue(stmt_, i));
+                row_.assign(static_cast<size_t>(n), vb::Variant());
+                readCol_.assign(static_cast<size_t>(n), 0);
+                rowLive_ = true;
                 rowAt_ = count() - 1;
                 rowGone_ = false;
             }
@@ -723,8 +728,16 @@ bool Recordset::step(bool withValues) {
     return false;
 }
 
+void Recordset::keepLiveRow() {
+    if (!rowLive_) return;
+    for (size_t i = 0; i < row_.size(); ++i)
+        if (!readCol_[i]) row_[i] = columnValue(stmt_, static_cast<int>(i));
+    rowLive_ = false;
+}
+
 void Recordset::release() {
     if (!stmt_) return;
+    keepLiveRow();
     if (keyed_ && !keysAfterSql_.isEmpty()) {
         // The keys still to come, on the snapshot the statement reads (it is
         // still running), after those already met.
@@ -765,6 +778,7 @@ void Recordset::load() const {
     sqlite3_bind_int64(rowStmt_, 1, static_cast<sqlite3_int64>(keys_[static_cast<size_t>(pos_)]));
     const int rc = sqlite3_step(rowStmt_);
     row_.clear();
+    rowLive_ = false;
     rowGone_ = rc != SQLITE_ROW;
     if (rc == SQLITE_ROW)
         for (int i = 0; i < static_cast<int>(names_.size()); ++i) row_.push_back(columnValue(rowStmt_, i));
@@ -850,7 +864,12 @@ vb::Variant Recordset::Fields(const QString& column) const {
     if (!keyed_) return rows_[static_cast<size_t>(pos_)][static_cast<size_t>(i)];
     load();
     if (rowGone_) vb::Raise(3167, QStringLiteral("El registro se ha eliminado."));
-    return row_[static_cast<size_t>(i)];
+    const auto c = static_cast<size_t>(i);
+    if (rowLive_ && !readCol_[c]) {
+        row_[c] = columnValue(stmt_, i);
+        readCol_[c] = 1;
+    }
+    return row_[c];
 }
 
 void Recordset::Close() {
@@ -866,6 +885,7 @@ void Recordset::Close() {
     rows_.clear();
     keys_.clear();
     row_.clear();
+    rowLive_ = false;
     rowAt_ = -1;
     closed_ = true;
     if (db_) {

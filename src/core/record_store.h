@@ -65,6 +65,7 @@ private:
     bool step(bool withValues); // reads the statement's next row; false at the end
     void release();             // before a write: the rest of the keys, and no statement
     void load() const;          // the current row's values into row_
+    void keepLiveRow();         // the live row's values copied out before the statement moves
     int columnIndex(const QString& column) const;
 
     Database* db_;
@@ -80,6 +81,11 @@ private:
     std::vector<std::vector<vb::Variant>> rows_;
     // Keyed: the values of the row at rowAt_; rowGone_ when it was deleted.
     mutable std::vector<vb::Variant> row_;
+    // A row just stepped to is read from the statement column by column as the
+    // window asks for fields (a list fill reads one of 46): rowLive_ while the
+    // statement still stands on it, readCol_ marking the columns converted.
+    mutable std::vector<char> readCol_;
+    mutable bool rowLive_ = false;
     mutable long rowAt_ = -1;
     mutable bool rowGone_ = false;
     long pos_ = 0;

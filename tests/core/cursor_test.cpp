@@ -188,3 +188,31 @@ TEST(KeyedSelect, QuotedTextThatLooksLikeSqlIsJustText) {
 }
 
 } // namespace
+
+// A row the cursor has just stepped to is read field by field as the window
+// asks; every field must still read right once the statement has moved on.
+TEST_F(OpenCursor, FieldsNotYetReadSurviveAWriteWhileTheCursorStandsOnTheRow) {
+    auto rs = db->OpenRecordset(QStringLiteral("SELECT * FROM almacen ORDER BY codigo_almacen"));
+    rs->MoveNext(); // on 2 ALTILLO, nothing read from it yet
+    db->Execute(QStringLiteral("UPDATE almacen SET nombre_almacen = 'CAMBIADO' WHERE codigo_almacen = 2"));
+    // The row was read when the cursor stepped to it, before the write.
+    EXPECT_EQ(rs->Fields(QStringLiteral("nombre_almacen")).str(), QStringLiteral("ALTILLO"));
+    EXPECT_EQ(rs->Fields(QStringLiteral("codigo_almacen")).num(), 2);
+}
+
+TEST_F(OpenCursor, ASingleRowReadAgainAfterWalkingPastTheEnd) {
+    auto rs = db->OpenRecordset(QStringLiteral("SELECT * FROM almacen WHERE codigo_almacen = 3"));
+    EXPECT_EQ(rs->Fields(QStringLiteral("codigo_almacen")).num(), 3); // one field read, not the name
+    rs->MoveNext();
+    ASSERT_TRUE(rs->Eof());
+    rs->MoveFirst();
+    EXPECT_EQ(rs->Fields(QStringLiteral("nombre_almacen")).str(), QStringLiteral("NAVE"));
+}
+
+TEST_F(OpenCursor, MoveLastKeepsTheRowsLeftBehindReadable) {
+    auto rs = db->OpenRecordset(QStringLiteral("SELECT * FROM almacen ORDER BY codigo_almacen"));
+    rs->MoveLast();
+    EXPECT_EQ(rs->Fields(QStringLiteral("nombre_almacen")).str(), QStringLiteral("NAVE"));
+    rs->MoveFirst();
+    EXPECT_EQ(rs->Fields(QStringLiteral("nombre_almacen")).str(), QStringLiteral("PATIO"));
+}
