@@ -12,6 +12,7 @@
 #include "sales/formfacturaventa.h"
 
 #include <QCheckBox>
+#include <QFile>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -140,6 +141,39 @@ TEST_F(InvoiceWindow, IsNumberedAndNamedButNotStoredWhenItGoesToPrint) {
     EXPECT_EQ(boxes.shown[1], "Pregunta|¿Desea imprimir ahora los recibos?|36");
     EXPECT_EQ(Dialogs::count(QStringLiteral("cabecera_factura_venta")), 1);
     EXPECT_EQ(Dialogs::count(QStringLiteral("detalle_factura_venta")), 1);
+}
+
+// ORTA's monthly fee: the reference takes "yymm" of today and the
+// description the name of the month before, December for January.
+TEST_F(InvoiceWindow, TheMonthlyLineOfOrtaNamesTheMonthBefore) {
+    QFile config(dir.filePath(QStringLiteral("config.ini")));
+    ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+    config.write("ORTA,NORTE\r\n");
+    config.close();
+    vel::BaseDatos->Execute(QStringLiteral(
+        "INSERT INTO productos VALUES ('01', '01', '01', '09', 'MS', 'CUOTA', '', '', '', '', 0, 121, 0, 0, 0, 0, 0, "
+        "0, 0, '', '', 0, 0, '', '', '', '', '', '', '', 1)"));
+    w = std::make_unique<vel::FormFacturaVenta>();
+    w->show();
+    w->Load();
+    ASSERT_EQ(w->ClientePrograma, "ORTA");
+    const char* meses[12] = {"DICIEMBRE", "ENERO", "FEBRERO", "MARZO",      "ABRIL",   "MAYO",
+                             "JUNIO",     "JULIO", "AGOSTO",  "SEPTIEMBRE", "OCTUBRE", "NOVIEMBRE"};
+    for (int mes = 1; mes <= 12; ++mes) {
+        vb::clock::pin(QDateTime(QDate(2027, mes, 10), QTime(10, 0)));
+        w->Lineas()->Textreferencia->setText(QStringLiteral("MS"));
+        w->Lineas()->Textdescripcion->setText(QString());
+        w->Lineas()->BuscarProducto(QStringLiteral("REFERENCIA"));
+        EXPECT_EQ(w->Lineas()->Textreferencia->text(), QStringLiteral("MS27%1").arg(mes, 2, 10, QLatin1Char('0')));
+        EXPECT_EQ(w->Lineas()->Textdescripcion->text(), QStringLiteral("CUOTA ") + QString::fromLatin1(meses[mes - 1]));
+    }
+    // Only "MS" exactly takes the month: "ms" stays as typed, whether the
+    // catalogue finds it or not.
+    w->Lineas()->Textreferencia->setText(QStringLiteral("ms"));
+    w->Lineas()->Textdescripcion->setText(QString());
+    w->Lineas()->BuscarProducto(QStringLiteral("REFERENCIA"));
+    EXPECT_EQ(w->Lineas()->Textreferencia->text(), "ms");
+    EXPECT_FALSE(w->Lineas()->Textdescripcion->text().contains(QStringLiteral("NOVIEMBRE")));
 }
 
 } // namespace
