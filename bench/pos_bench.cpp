@@ -4,10 +4,12 @@
 //    by reference or any of its three bar codes among 500,000 products, the
 //    entry row filled (half the scans are by bar code);
 //  - one more line on a ticket of 200 lines: Enter in TextUnidades;
-//  - CommandCobrar of a ticket of 100 lines: counter, header, 100 lines, and the
-//    window cleared for the next sale;
+//  - CommandCobrar of a ticket of 100 lines: counter, header, 100 lines, the
+//    ticket printed (to the recording printer: letterhead, 200 article lines,
+//    total), and the window cleared for the next sale;
 //  - 10,000 tickets rung up one after the other (three scans and Page Down
-//    each), then every ticket is checked stored, the numbers consecutive and
+//    each, every ticket printed), then every ticket is checked stored and
+//    printed, the numbers consecutive and
 //    the database's integrity_check ok (reported as counters, and the run fails
 //    when they are not).
 //
@@ -24,6 +26,7 @@
 #include "runtime/beep.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "runtime/print_transcript.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -138,6 +141,7 @@ public:
         vb::SetAppPath(dir.path());
         vb::SetMessageBoxService(&boxes);
         vb::SetBeepListener([] {});
+        vb::SetPrintEnvironment(&printer);
         vel::BaseDatos = vel::Database::OpenDatabase(dir.filePath("datos.mdb")).release();
         window = std::make_unique<vel::FTpv>();
         window->Load();
@@ -157,6 +161,7 @@ public:
         vel::BaseDatos = nullptr;
         vb::SetMessageBoxService(nullptr);
         vb::SetBeepListener(nullptr);
+        vb::SetPrintEnvironment(nullptr);
     }
     static void settle() {
         for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
@@ -183,6 +188,7 @@ public:
 
     QTemporaryDir dir;
     NoBoxes boxes;
+    vb::PrintRecorder printer;
     std::unique_ptr<vel::FTpv> window;
     QLineEdit* referencia = nullptr;
     QLineEdit* unidades = nullptr;
@@ -232,7 +238,11 @@ void BM_TpvCobrar100(benchmark::State& state) {
         state.ResumeTiming();
         c.window->CommandCobrar_Click();
         state.PauseTiming();
-        if (c.list->count() != 0) std::abort();
+        // Stored and printed: the ticket has its 100 articles on paper.
+        if (c.list->count() != 0 || c.printer.jobs.size() != 1 || !c.printer.last().ended ||
+            c.printer.last().lines().size() != 11 + 2 + 4 + 200 + 5)
+            std::abort();
+        c.printer.clear();
         state.ResumeTiming();
     }
 }
@@ -247,10 +257,13 @@ void BM_Tpv10000Tickets(benchmark::State& state) {
     Counter c;
     uint64_t seed = 2026;
     constexpr int kTickets = 10000;
+    int printed = 0;
     for (auto _ : state) {
         for (int t = 0; t < kTickets; ++t) {
             for (int l = 0; l < 3; ++l) c.line(next(seed));
             QTest::keyClick(c.referencia, Qt::Key_PageDown);
+            for (const vb::PrintJobRecord& j : c.printer.jobs) printed += j.ended ? 1 : 0;
+            c.printer.clear();
         }
     }
     vel::Database& db = *vel::BaseDatos;
@@ -266,18 +279,19 @@ void BM_Tpv10000Tickets(benchmark::State& state) {
         sqlite3_step(st) == SQLITE_ROW)
         integrity = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
     sqlite3_finalize(st);
-    const bool ok = headers == kTickets && lines == 3 * kTickets && distinct == kTickets && lowest == 1 &&
+    const bool ok = printed == kTickets && headers == kTickets && lines == 3 * kTickets && distinct == kTickets && lowest == 1 &&
                     highest == kTickets && counter == QString::number(kTickets) && integrity == "ok";
+    state.counters["impresos"] = printed;
     state.counters["cabeceras"] = headers;
     state.counters["lineas"] = lines;
     state.counters["primero"] = lowest;
     state.counters["ultimo"] = highest;
     state.counters["integridad_ok"] = integrity == "ok";
-    std::fprintf(stderr, "10,000 tickets: %d headers, %d lines, numbers %d..%d (%d distinct), counter %s, "
-                         "integrity_check %s: %s\n",
-                 headers, lines, lowest, highest, distinct, qPrintable(counter), qPrintable(integrity),
+    std::fprintf(stderr, "10,000 tickets: %d printed, %d headers, %d lines, numbers %d..%d (%d distinct), "
+                         "counter %s, integrity_check %s: %s\n",
+                 printed, headers, lines, lowest, highest, distinct, qPrintable(counter), qPrintable(integrity),
                  ok ? "ok" : "WRONG");
-    if (!ok) state.SkipWithError("tickets not all stored with consecutive numbers");
+    if (!ok) state.SkipWithError("tickets not all stored and printed with consecutive numbers");
 }
 BENCHMARK(BM_Tpv10000Tickets)->Iterations(1)->Unit(benchmark::kSecond);
 

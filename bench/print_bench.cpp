@@ -1,5 +1,6 @@
 // A delivery note of 39,000 lines (1,001 pages of 39 lines) printed whole: to
-// the recording printer, and to a PDF file through the real environment.
+// the recording printer, and to a PDF file through the real environment. An
+// invoice of 1,000 lines with a long description of 200 lines, the same two ways.
 #include "runtime/print_transcript.h"
 #include "runtime/printer.h"
 #include "sales/print_layout.h"
@@ -94,5 +95,63 @@ void BM_NotaDe39000LineasAPdf(benchmark::State& state) {
     state.counters["MB"] = double(QFileInfo(file).size()) / 1e6;
 }
 BENCHMARK(BM_NotaDe39000LineasAPdf)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+// An ORTA invoice of 1,000 lines with a long description of 200 lines and the
+// bank line: 31 pages, each with the whole letterhead.
+vel::print_layout::Documento granFactura() {
+    vel::print_layout::Documento d = granNota();
+    d.ClientePrograma = "ORTA";
+    d.ComboProforma.clear();
+    d.Combocodigo = "430001";
+    d.CheckCuenta = 1;
+    d.Rows = 1000 + 1;
+    d.Labelbruto = d.Labelneto = d.Labelbase = "3000.00";
+    d.Labelimporteiva = "630.00";
+    d.Labeltotalfactura = "3630.00";
+    QStringList texto;
+    for (int i = 1; i <= 200; ++i)
+        texto << QStringLiteral("Instalación e configuración do equipo, partida %1").arg(i);
+    d.TextDescripcionLarga = texto.join(QStringLiteral("\r\n"));
+    return d;
+}
+
+void imprimeFactura(const vel::print_layout::Documento& d) {
+    vb::PrinterObject& p = vb::Printer();
+    vel::print_layout::Contadores c;
+    p.SetScaleMode(4);
+    vel::print_layout::cabecerafactura(p, d);
+    vel::print_layout::detallefactura(p, d, c);
+    vel::print_layout::piefactura(p, d);
+    p.EndDoc();
+}
+
+void BM_FacturaDe1000LineasAGrabadora(benchmark::State& state) {
+    ensureApplication();
+    const auto d = granFactura();
+    vb::PrintRecorder recorder;
+    vb::SetPrintEnvironment(&recorder);
+    for (auto _ : state) {
+        recorder.clear();
+        imprimeFactura(d);
+    }
+    state.counters["paginas"] = recorder.last().pages();
+    state.counters["lineas_impresas"] = double(recorder.last().prints().size());
+    vb::SetPrintEnvironment(nullptr);
+}
+BENCHMARK(BM_FacturaDe1000LineasAGrabadora)->Unit(benchmark::kMillisecond)->Iterations(10);
+
+void BM_FacturaDe1000LineasAPdf(benchmark::State& state) {
+    ensureApplication();
+    const auto d = granFactura();
+    QTemporaryDir dir;
+    const QString file = dir.filePath("factura.pdf");
+    vb::SetPrintEnvironment(nullptr);
+    for (auto _ : state) {
+        vb::Printer().SetDestination({vb::PrintDestination::Kind::File, {}, file});
+        imprimeFactura(d);
+    }
+    state.counters["MB"] = double(QFileInfo(file).size()) / 1e6;
+}
+BENCHMARK(BM_FacturaDe1000LineasAPdf)->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace

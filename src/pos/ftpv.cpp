@@ -7,6 +7,7 @@
 #include "core/session.h"
 #include "core/sql_values.h"
 #include "pos/ticket_item.h"
+#include "pos/ticket_print.h"
 #include "pos/ticket_vat.h"
 #include "runtime/arithmetic.h"
 #include "runtime/beep.h"
@@ -15,7 +16,9 @@
 #include "runtime/key_up.h"
 #include "runtime/listbox.h"
 #include "runtime/msgbox.h"
+#include "runtime/printer.h"
 #include "runtime/vb.h"
+#include "sales/letterheads.h"
 
 
 namespace vel {
@@ -303,16 +306,64 @@ void FTpv::TextEntregado_KeyPress(int& KeyAscii) {
 }
 
 // The sale is stored before its ticket is printed: the counter first, then the
-// header, then the lines, one statement at a time.
+// header, then the lines, one statement at a time. The ticket goes to the
+// current printer with no dialog and no error trap: a printer that fails loses
+// the paper, not the sale.
 void FTpv::CommandCobrar_Click() {
     if (ui->ListTicket->ListCount() < 1) return;
     CargarNumeroTicket();
     GuardarContador(*BaseDatos, Documento::Ticket, Tienda(), Ejercicio(), ui->ComboTicket->Text());
     BaseDatos->Execute(SentenciaCabecera());
     for (int i = 0; i < ui->ListTicket->ListCount(); ++i) BaseDatos->Execute(SentenciaLinea(ui->ListTicket->List(i)));
+    vb::Printer().SetPaperKind(vb::Paper::Receipt);
+    CabeceraTicket();
+    DetalleTicket();
+    PieTicket();
     Borrar();
     CargarNumeroTicket();
     vb::SetFocus(ui->Textreferencia);
+}
+
+// ---- The printed ticket ------------------------------------------------------------
+
+// "Courier New" 8, then the installation's letterhead in its ticket wording:
+// FERROBANDA's register entry in two lines, LAPRESA's own lines, nothing under
+// ORTA or a tag the program doesn't know.
+void FTpv::CabeceraTicket() { letterheads::ImprimeMembreteTicket(vb::Printer(), ClientePrograma_); }
+
+// Two lines of a blank, then in "Courier New" 8 the date, time and operator,
+// the ticket's number, a blank line, the column titles and two lines for each
+// entry of the list: its description, then reference, units, unit price (ending
+// at column 32) and line total (ending at column 39).
+void FTpv::DetalleTicket() {
+    vb::PrinterObject& Printer = vb::Printer();
+    Printer.Print(" ");
+    Printer.Print(" ");
+    Printer.SetFontName("Courier New");
+    Printer.SetFontSize(8);
+    Printer.Print(ticket::LineaFecha(Format(vb::Date(), "dd/mm/yyyy"), Format(vb::Time(), "hh:mm:ss"),
+                                     ui->ComboOperador->Text()));
+    Printer.Print(ticket::LineaNumero(ui->ComboTienda->Text(), ui->ComboTicket->Text()));
+    Printer.Print(" ");
+    Printer.Print(ticket::LineaTitulos());
+    for (int i = 0; i < ui->ListTicket->ListCount(); ++i)
+        for (const QString& linea : ticket::LineasArticulo(ui->ListTicket->List(i))) Printer.Print(linea);
+}
+
+// The total in "Courier New" 10, the two closing words centred in "Courier New"
+// 8, and the ticket goes out.
+void FTpv::PieTicket() {
+    vb::PrinterObject& Printer = vb::Printer();
+    Printer.Print(" ");
+    Printer.SetFontName("Courier New");
+    Printer.SetFontSize(10);
+    Printer.Print(ticket::LineaTotal(ui->Labeltotal->text()));
+    Printer.Print(" ");
+    Printer.SetFontName("Courier New");
+    Printer.SetFontSize(8);
+    Printer.Print(ticket::Centrado("-+ I.V.A. INCLUIDO +-"));
+    Printer.Print(ticket::Centrado("GRACIAS POR SU VISITA"));
+    Printer.EndDoc();
 }
 
 QString FTpv::SentenciaCabecera() const {

@@ -40,6 +40,13 @@ public:
     bool BuscarProducto(const QString& campo);
     void Pulsar(int KeyCode);
 
+    // The ticket, printed at the end of CommandCobrar with no dialog on the
+    // current printer, on the receipt roll: the letterhead of the installation,
+    // the date, number and lines, and the total with the closing words.
+    void CabeceraTicket();
+    void DetalleTicket();
+    void PieTicket();
+
     void CommandAñadir_Click();
     void CommandCobrar_Click();
     void CommandAnular_Click();

@@ -29,7 +29,10 @@ QString LineaTitulos();
 // The two lines of an entry: the description (39 characters from position 15
 // of the entry) between "  " and " "; then the reference, the units as a
 // number (at most three characters, from column 23), the unit price ending at
-// column 32 and the line total ending at column 39.
+// column 32 and the line total ending at column 39. The total is cut in after
+// the price, so a total of more than six characters ("14814.00") takes the
+// columns it needs from the end of the price: the cutting decides, and the
+// columns hold for every total up to 999.99.
 QStringList LineasArticulo(const QString& entrada);
 
 // Twenty blanks, "TOTAL: " and the total as the window shows it.

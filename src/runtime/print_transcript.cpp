@@ -100,6 +100,8 @@ QString PrintJobRecord::transcript() const {
                     .arg(settings.orientation)
                     .arg(settings.colorMode)
                     .arg(settings.trackDefault ? QStringLiteral("True") : QStringLiteral("False"));
+    // Sheets are the rule; only a document on the receipt roll says its paper.
+    if (settings.paper == Paper::Receipt) t.insert(t.size() - 1, QStringLiteral(" paper receipt"));
     if (!events.empty() || ended) t += QStringLiteral("page 1\n");
     for (const PrintEvent& e : events) {
         switch (e.kind) {
@@ -152,7 +154,8 @@ PrintDestination PrintRecorder::defaultDestination() {
     return d;
 }
 
-PageGeometry PrintRecorder::geometry(const PrintDestination&, int orientation) {
+PageGeometry PrintRecorder::geometry(const PrintDestination&, int orientation, Paper paper) {
+    if (paper == Paper::Receipt) return ReceiptGeometry();
     if (orientation != vbPRORLandscape) return portrait;
     PageGeometry g;
     g.sheet = portrait.sheet.transposed();

@@ -7,6 +7,7 @@
 // printable corner, y first being the top of the line):
 //
 //   job "Velmarinda" printer "Grabadora" copies 1 orientation 1 colormode 2 trackdefault True
+//   (a document on the receipt roll ends that line with " paper receipt")
 //   page 1
 //     print x=0 y=0 "Courier New" 8 color=0 "text"
 //     print x=0 y=160 "Verdana" 12 bold color=255 "SUMINISTROS INDUSTRIALES"
@@ -55,7 +56,8 @@ public:
     ~PrintRecorder() override;
 
     // The printer it stands for: its name and its page (A4 with the borders of
-    // the PDF pages). With noPrinter, the system has no printer at all.
+    // the PDF pages; the receipt roll of ReceiptGeometry for a document that
+    // asks for it). With noPrinter, the system has no printer at all.
     QString printerName = QStringLiteral("Grabadora");
     PageGeometry portrait;
     bool noPrinter = false;
@@ -68,7 +70,7 @@ public:
     void clear() { jobs.clear(); }
 
     PrintDestination defaultDestination() override;
-    PageGeometry geometry(const PrintDestination& destination, int orientation) override;
+    PageGeometry geometry(const PrintDestination& destination, int orientation, Paper paper) override;
     std::unique_ptr<PrinterBackend> open(const PrintDestination& destination, const JobSettings& job) override;
 };
 

@@ -88,8 +88,21 @@ void PrinterObject::Reset() {
     orientation_ = vbPRORPortrait;
     colorMode_ = vbPRCMColor;
     trackDefault_ = true;
+    paper_ = Paper::Sheet;
     destinationSet_ = false;
     destination_ = PrintDestination();
+}
+
+PageGeometry ReceiptGeometry() {
+    const double borde = 12 * kTwipsPerPoint;
+    const QSizeF rollo(80 * kTwipsPerMm, 297 * kTwipsPerMm);
+    return PageGeometry{rollo, QRectF(borde, borde, rollo.width() - 2 * borde, rollo.height() - 2 * borde)};
+}
+
+// The paper can't change under an open document: the job has its page.
+void PrinterObject::SetPaperKind(Paper paper) {
+    if (backend_) return;
+    paper_ = paper;
 }
 
 void PrinterObject::SetFontName(const QString& name) { font_.name = name; }
@@ -162,7 +175,7 @@ double PrinterObject::TextWidth(const QString& text) const {
 
 PageGeometry PrinterObject::geometry() const {
     if (backend_) return openGeometry_;
-    return CurrentPrintEnvironment().geometry(Destination(), orientation_);
+    return CurrentPrintEnvironment().geometry(Destination(), orientation_, paper_);
 }
 
 PrintDestination PrinterObject::Destination() const {
@@ -184,8 +197,8 @@ PrinterBackend& PrinterObject::document() {
         Raise(484, QStringLiteral("Problema al obtener información de la impresora del sistema. Asegúrese de que "
                                   "la impresora está configurada correctamente"));
     PrintEnvironment& env = CurrentPrintEnvironment();
-    const PageGeometry g = env.geometry(where, orientation_);
-    backend_ = env.open(where, JobSettings{AppTitle(), copies_, orientation_, colorMode_, trackDefault_});
+    const PageGeometry g = env.geometry(where, orientation_, paper_);
+    backend_ = env.open(where, JobSettings{AppTitle(), copies_, orientation_, colorMode_, trackDefault_, paper_});
     openedBy_ = &env;
     openGeometry_ = g;
     page_ = 1;
@@ -227,6 +240,7 @@ void PrinterObject::NewPage() {
 
 void PrinterObject::closeDocument() {
     backend_.reset();
+    paper_ = Paper::Sheet;
     openedBy_ = nullptr;
     page_ = 1;
     x_ = y_ = 0;

@@ -57,6 +57,17 @@ struct PageGeometry {
     QRectF printable;
 };
 
+// The paper a document is laid out on: the office sheet (A4), or the roll of a
+// narrow receipt printer, 80 mm wide, on which 40 characters of "Courier New" 8
+// fit. A real printer prints on the paper it has and reports its own page; the
+// PDF files and the recording printer take the paper the document asks for.
+enum class Paper { Sheet, Receipt };
+
+// The receipt roll of PDF files and of the recording printer: 80 mm wide, cut
+// every 297 mm, with the same 12-point border as the sheets (a printable width
+// of 71.5 mm; 40 characters of "Courier New" 8 take 67.7 mm).
+PageGeometry ReceiptGeometry();
+
 // The font and colour a piece of text is drawn in.
 struct PrintFont {
     QString name;
@@ -73,6 +84,7 @@ struct JobSettings {
     int orientation = vbPRORPortrait;
     int colorMode = vbPRCMColor;
     bool trackDefault = true;
+    Paper paper = Paper::Sheet;
 };
 
 // One open document on a device. Positions are twips from the printable corner.
@@ -97,7 +109,7 @@ public:
     virtual ~PrintEnvironment() = default;
     // The printer the runtime's Printer stands for before any dialog chose one.
     virtual PrintDestination defaultDestination() = 0;
-    virtual PageGeometry geometry(const PrintDestination& destination, int orientation) = 0;
+    virtual PageGeometry geometry(const PrintDestination& destination, int orientation, Paper paper) = 0;
     // Opens a document; raises a runtime error when the device refuses it.
     virtual std::unique_ptr<PrinterBackend> open(const PrintDestination& destination, const JobSettings& job) = 0;
 };
@@ -188,6 +200,11 @@ public:
     bool TrackDefault() const { return trackDefault_; }
     void SetTrackDefault(bool on) { trackDefault_ = on; }
     QString DeviceName() const;
+    // The paper of the next document (the sheet unless asked): a document that
+    // asks for the receipt roll gets it until its EndDoc or KillDoc, after which
+    // the Printer is back on the sheet.
+    Paper PaperKind() const { return paper_; }
+    void SetPaperKind(Paper paper);
 
     // The printer the next document goes to (what the print dialog chose). An
     // unset destination stands for the environment's default printer.
@@ -219,6 +236,7 @@ private:
     int orientation_ = vbPRORPortrait;
     int colorMode_ = vbPRCMColor;
     bool trackDefault_ = true;
+    Paper paper_ = Paper::Sheet;
     bool destinationSet_ = false;
     PrintDestination destination_;
     std::unique_ptr<PrinterBackend> backend_;

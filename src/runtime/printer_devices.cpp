@@ -25,7 +25,12 @@ constexpr double kTwipsPerPoint = 20;
 // printers cannot print on, so that a file looks as the sheet would.
 constexpr double kPdfMarginPoints = 12;
 
-QPageLayout pdfLayout(int orientation) {
+QPageLayout pdfLayout(int orientation, Paper paper) {
+    if (paper == Paper::Receipt)
+        return QPageLayout(QPageSize(QSizeF(80, 297), QPageSize::Millimeter, QStringLiteral("Rollo 80 mm")),
+                           QPageLayout::Portrait,
+                           QMarginsF(kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints),
+                           QPageLayout::Point);
     return QPageLayout(QPageSize(QPageSize::A4),
                        orientation == vbPRORLandscape ? QPageLayout::Landscape : QPageLayout::Portrait,
                        QMarginsF(kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints),
@@ -102,7 +107,7 @@ public:
     PdfBackend(const QString& file, const JobSettings& job) : writer_(file) {
         QDir().mkpath(QFileInfo(file).absolutePath());
         writer_.setResolution(1200);
-        writer_.setPageLayout(pdfLayout(job.orientation));
+        writer_.setPageLayout(pdfLayout(job.orientation, job.paper));
         writer_.setTitle(job.name);
         writer_.setCreator(QStringLiteral("Velmarinda"));
         painter_ = std::make_unique<PainterBackend>(&writer_, 1200);
@@ -178,8 +183,10 @@ public:
         return d;
     }
 
-    PageGeometry geometry(const PrintDestination& where, int orientation) override {
-        if (where.kind != PrintDestination::Kind::Printer) return geometryOf(pdfLayout(orientation));
+    // A printer's page is the one it reports, whatever the document asked for:
+    // a receipt printer reports its roll.
+    PageGeometry geometry(const PrintDestination& where, int orientation, Paper paper) override {
+        if (where.kind != PrintDestination::Kind::Printer) return geometryOf(pdfLayout(orientation, paper));
         auto key = std::make_pair(where.printer, orientation);
         auto it = cache_.find(key);
         if (it != cache_.end()) return it->second;

@@ -1,5 +1,5 @@
-// The printed delivery note: a stream of whole text lines in a fixed-pitch font,
-// every column made of blanks. The window hands over what it shows at the
+// The printed delivery note and invoice: a stream of whole text lines in a
+// fixed-pitch font, every column made of blanks. The window hands over what it shows at the
 // moment of printing (its boxes, labels and grid), never what the tables hold,
 // so what is printed is what stands on the screen.
 //
@@ -8,6 +8,18 @@
 //   void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Ventana()); }
 //   void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Ventana(), contadores); }
 //   void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Ventana()); }
+//
+// and the invoice's, with the job named after the invoice:
+//
+//   void FormFacturaVenta::Commandfactura_Click() {
+//       vb::RunPrintJob({.dialog = CommonDialog1, .calendar = Calendario,
+//                        .title = print_layout::NombreTrabajoFactura(Ventana()),
+//                        .procedures = {[this] { cabecerafactura(); }, [this] { detallefactura(); },
+//                                       [this] { piefactura(); }}});
+//   }
+//   void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Ventana()); }
+//   void FormFacturaVenta::detallefactura() { print_layout::detallefactura(vb::Printer(), Ventana(), contadores); }
+//   void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Ventana()); }
 #pragma once
 #include "runtime/printer.h"
 #include <QString>
@@ -24,6 +36,12 @@ struct Documento {
         Combonif;
     QString Combonumerofactura, Comboejerciciofactura, Textfechafactura, Labelformapagofacturavencimientos;
     QString ComboProforma; // the delivery note's kind: "Albarán", "Proforma", "Presupuesto"
+    // The invoice's own: the long description, its lines separated by CR LF
+    // (vbCrLf) as a multi-line text box keeps them; the "Impr. NCB Empresa" box
+    // (1 ticked, 0 not); the customer's code, which names the print job.
+    QString TextDescripcionLarga;
+    int CheckCuenta = 0;
+    QString Combocodigo;
     QString Labelbruto, Labeldescuento, Labelneto, Labelbase, Textiva, Labelimporteiva, Textrecargo,
         Labelimporterecargo, Labeltotalfactura;
     // Gridfacturas: Rows counts the title row 0; columns 0 to 6 are reference,
@@ -69,6 +87,27 @@ QString LineaTotalesAlbaran(const Documento& d);
 // Format(Round(Val(text), 2), "0.00"), the form of every amount of the feet.
 QString Importe(const QString& text);
 
+// The invoice's line: a blank before the reference (15 wide), a discount of 0
+// as three blanks; otherwise as the delivery note's, overflow rule included.
+std::array<QString, 7> PiezasLineaFactura(const std::array<QString, 7>& celdas);
+QString LineaFactura(const std::array<QString, 7>& celdas);
+
+// paginas of an invoice: R the grid's Rows (title row included), U the upper
+// bound of the long description split on CR LF (-1 for an empty text).
+std::int16_t PaginasFactura(long Rows, const QString& TextDescripcionLarga);
+
+// The totals title of the invoice's foot: with the surcharge columns only when
+// the value of Textrecargo isn't 0.
+QString TituloTotalesFactura(const QString& Textrecargo);
+// The totals line of the invoice's foot, made by repeated cutting; the discount
+// and the surcharge only when not 0; the total with " €" ending at column 81.
+QString LineaTotalesFactura(const Documento& d);
+
+// The name of the invoice's print job, given to App.Title while it prints:
+// Combonumerofactura, a blank, Format(Textfechafactura, "yyyymmdd"), " - ",
+// Combocodigo.
+QString NombreTrabajoFactura(const Documento& d);
+
 // ---- The procedures ----------------------------------------------------------------
 
 // Steps 1 to 7 of both document headers: the letterhead, the customer block and
@@ -77,6 +116,12 @@ void CabeceraCliente(vb::PrinterObject& printer, const Documento& d);
 void cabeceraalbaran(vb::PrinterObject& printer, const Documento& d);
 void detallealbaran(vb::PrinterObject& printer, const Documento& d, Contadores& c);
 void piealbaran(vb::PrinterObject& printer, const Documento& d);
+
+// The invoice's procedures. Its rules are drawn with Line and take no vertical
+// room; a page of lines continues with NewPage and the whole header again.
+void cabecerafactura(vb::PrinterObject& printer, const Documento& d);
+void detallefactura(vb::PrinterObject& printer, const Documento& d, Contadores& c);
+void piefactura(vb::PrinterObject& printer, const Documento& d);
 
 extern const QString RayaSubrayado; // the 80 underscores of the delivery note's rules
 

@@ -63,4 +63,56 @@ void ReciboAlbaran(vb::PrinterObject& printer, const print_layout::Documento& d)
     for (const QString& linea : LineasReciboAlbaran(d)) printer.Print(linea);
 }
 
+// The invoice's receipt. The scale is set after ScaleMode 6, so that the
+// printable width and height of the sheet count 210 and 297: the millimetres of
+// an A4 sheet, whatever border the printer keeps.
+const std::vector<Trazo>& CajasReciboFactura() {
+    static const std::vector<Trazo> cajas = {
+        // receipt number, place and amount
+        {32, 7, 184, 7}, {184, 7, 184, 21}, {184, 21, 32, 21}, {32, 21, 32, 7}, {66, 7, 66, 21}, {140, 7, 140, 21},
+        // dates of issue and due
+        {32, 21, 32, 35}, {32, 35, 184, 35}, {184, 35, 184, 21}, {107, 21, 107, 35},
+        // bank
+        {32, 49, 184, 49}, {184, 49, 184, 63}, {184, 63, 32, 63}, {32, 63, 32, 49},
+        // debtor
+        {32, 68, 184, 68}, {184, 68, 184, 91}, {184, 91, 32, 91}, {32, 91, 32, 68},
+    };
+    return cajas;
+}
+
+std::vector<Campo> CamposReciboFactura(const print_layout::Documento& d) {
+    const QChar b = QLatin1Char(' ');
+    return {
+        {36, 10, QStringLiteral("RECIBO Nº:   LOCALIDAD DE EXPEDICIÓN:     IMPORTE:")},
+        {44, 14, d.Combonumerofactura},
+        {72, 14, QStringLiteral("PORTELAS")},
+        {147, 14, print_layout::Importe(d.Labeltotalfactura)},
+        {36, 24, QStringLiteral("FECHA DE EXPEDICIÓN:         VENCIMIENTO:")},
+        {67, 28, d.Textfechafactura},
+        {131, 28, d.Comborecibosfactura},
+        {36, 52, QStringLiteral("DOMICILIACIÓN BANCARIA:")},
+        {38, 56,
+         d.Labelbanco + QStringLiteral(" / ") + d.TextIban + b + d.Textbanco + b + d.Textsucursal + b +
+             d.Textdigitocontrol + b + d.Textnumerocuenta},
+        {41, 71, d.Combonombrecomercial},
+        {41, 75, d.Combonombrefiscal},
+        {41, 79, d.Textdomicilio},
+        {41, 83, d.Textcodigopostal + b + d.Textpoblacion + QLatin1Char('-') + d.Textprovincia},
+    };
+}
+
+void ReciboFactura(vb::PrinterObject& printer, const print_layout::Documento& d) {
+    printer.SetFontName(QStringLiteral("Courier New"));
+    printer.SetFontSize(12);
+    printer.SetScaleMode(6);
+    printer.SetScaleWidth(210);
+    printer.SetScaleHeight(297);
+    for (const Trazo& t : CajasReciboFactura()) printer.Line(t.x1, t.y1, t.x2, t.y2);
+    for (const Campo& c : CamposReciboFactura(d)) {
+        printer.SetCurrentX(c.x);
+        printer.SetCurrentY(c.y);
+        printer.Print(c.texto);
+    }
+}
+
 } // namespace vel::receipts

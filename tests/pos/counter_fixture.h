@@ -1,7 +1,8 @@
 // A shop counter for the point-of-sale tests: a fresh database with a few
 // articles, config.ini, the clock pinned to a Saturday morning, message boxes
-// answered from a queue, the bell and the end of the program recorded, and the
-// window FTpv open and active, driven with real keys and clicks.
+// answered from a queue, the bell, the end of the program and the printed
+// tickets recorded (the recording printer), and the window FTpv open and
+// active, driven with real keys and clicks.
 #pragma once
 #include "core/record_store.h"
 #include "core/schema.h"
@@ -12,6 +13,7 @@
 #include "runtime/clock.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "runtime/print_transcript.h"
 #include "runtime/vb.h"
 
 #include <QApplication>
@@ -81,6 +83,7 @@ protected:
         vb::SetBeepListener([this] { ++pitidos; });
         vb::ResetEnded();
         vb::SetEndHandler([this] { terminado = true; });
+        vb::SetPrintEnvironment(&impresora);
         // The shop: a 7% rate besides the three of a new database.
         Sql("INSERT INTO iva VALUES (4, 7, 0, 1)");
         Sql(Producto("TOR440", "TORNILLO 4X40", "0.12", 1, "8410000000011", "8410000000028", "8410000000035"));
@@ -97,6 +100,7 @@ protected:
         vb::SetMessageBoxService(nullptr);
         vb::SetBeepListener(nullptr);
         vb::SetEndHandler(nullptr);
+        vb::SetPrintEnvironment(nullptr);
         vb::ResetEnded();
         vb::clock::unpin();
         delete vel::BaseDatos;
@@ -188,6 +192,7 @@ protected:
 
     QTemporaryDir dir;
     CajasRegistradas cajas;
+    vb::PrintRecorder impresora;
     int pitidos = 0;
     bool terminado = false;
     std::unique_ptr<VentanaTpv> ventana;

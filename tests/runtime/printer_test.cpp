@@ -174,6 +174,42 @@ TEST_F(PrinterTest, LandscapeTurnsThePage) {
     EXPECT_NEAR(printer.ScaleWidth(), kPrintableHeight, 0.1);
 }
 
+// A ticket asks for the receipt roll: 80 mm wide with the same border, for
+// that one document; the Printer is back on the sheet after its EndDoc.
+TEST_F(PrinterTest, TheReceiptRollHoldsForOneDocument) {
+    constexpr double kRollo = 80 * 1440 / 25.4;
+    printer.SetPaperKind(vb::Paper::Receipt);
+    EXPECT_NEAR(printer.Width(), kRollo, 0.01);
+    EXPECT_NEAR(printer.ScaleWidth(), kRollo - 480, 0.01);
+    printer.Print("  Nº: 1 /TI/000001");
+    // The paper can't change under an open document.
+    printer.SetPaperKind(vb::Paper::Sheet);
+    EXPECT_EQ(printer.PaperKind(), vb::Paper::Receipt);
+    printer.EndDoc();
+    EXPECT_EQ(job().settings.paper, vb::Paper::Receipt);
+    EXPECT_TRUE(job().transcript().section('\n', 0, 0).endsWith(" trackdefault True paper receipt"))
+        << job().transcript().toStdString();
+    EXPECT_EQ(printer.PaperKind(), vb::Paper::Sheet);
+    EXPECT_NEAR(printer.ScaleWidth(), kPrintableWidth, 0.01);
+    printer.Print("ALBARAN");
+    printer.EndDoc();
+    EXPECT_EQ(recorder.jobs.size(), 2u);
+    EXPECT_EQ(job().settings.paper, vb::Paper::Sheet);
+    EXPECT_FALSE(job().transcript().contains("paper"));
+}
+
+// A page of the roll is cut after 297 mm, as a sheet is.
+TEST_F(PrinterTest, ALongTicketRunsOnToTheNextPieceOfTheRoll) {
+    printer.SetPaperKind(vb::Paper::Receipt);
+    printer.SetFontName("Courier New");
+    printer.SetFontSize(8);
+    const int porPagina = int((297 * 1440 / 25.4 - 480) / 160);
+    for (int i = 0; i <= porPagina; ++i) printer.Print("linea");
+    printer.EndDoc();
+    EXPECT_EQ(job().pages(), 2);
+    EXPECT_EQ(job().linesOfPage(2).size(), 1);
+}
+
 TEST_F(PrinterTest, WithNoPrinterAtAllTheFirstOutputFails) {
     recorder.noPrinter = true;
     try {
