@@ -666,6 +666,45 @@ void DocumentWindow::Commandaceptar_Click() {
     }
 }
 
+// ---- Printing -----------------------------------------------------------------------------
+
+print_layout::Documento DocumentWindow::Ventana() const {
+    print_layout::Documento d;
+    d.ClientePrograma = ClientePrograma;
+    d.Combonombrecomercial = ui->Combonombrecomercial->Text();
+    d.Combonombrefiscal = ui->Combonombrefiscal->Text();
+    d.Textdomicilio = ui->Textdomicilio->text();
+    d.Textcodigopostal = ui->Textcodigopostal->text();
+    d.Textpoblacion = ui->Textpoblacion->text();
+    d.Textprovincia = ui->Textprovincia->text();
+    d.Combonif = ui->Combonif->Text();
+    d.Combocodigo = ui->Combocodigo->Text();
+    d.Combonumerofactura = ui->Combonumerofactura->Text();
+    d.Comboejerciciofactura = ui->Comboejerciciofactura->Text();
+    d.Textfechafactura = ui->Textfechafactura->text();
+    d.Labelformapagofacturavencimientos = ui->Labelformapagofacturavencimientos->text();
+    d.Labelbruto = Lineas_->Labelbruto->text();
+    d.Labeldescuento = Lineas_->Labeldescuento->text();
+    d.Labelneto = Lineas_->Labelneto->text();
+    d.Labelbase = Lineas_->Labelbase->text();
+    d.Textiva = Lineas_->Textiva->text();
+    d.Labelimporteiva = Lineas_->Labelimporteiva->text();
+    d.Textrecargo = Lineas_->Textrecargo->text();
+    d.Labelimporterecargo = Lineas_->Labelimporterecargo->text();
+    d.Labeltotalfactura = Lineas_->Labeltotalfactura->text();
+    vb::FlexGrid* grid = Lineas_->Gridfacturas;
+    d.Rows = grid->Rows();
+    d.TextMatrix = [grid](int row, int col) { return grid->TextMatrix(row, col); };
+    d.Comborecibosfactura = ui->Comborecibosfactura->Text();
+    d.Labelbanco = ui->Labelbanco->text();
+    d.TextIban = ui->TextIban->text();
+    d.Textbanco = ui->Textbanco->text();
+    d.Textsucursal = ui->Textsucursal->text();
+    d.Textdigitocontrol = ui->Textdigitocontrol->text();
+    d.Textnumerocuenta = ui->Textnumerocuenta->text();
+    return d;
+}
+
 // ---- Keys ---------------------------------------------------------------------------------------
 
 void DocumentWindow::Texto_KeyPress(QLineEdit* caja, int& KeyAscii) {

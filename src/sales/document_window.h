@@ -31,6 +31,7 @@
 #include "runtime/save_report.h"
 #include "sales/document_statements.h"
 #include "sales/document_totals.h"
+#include "sales/print_layout.h"
 
 #include <QCheckBox>
 #include <QFrame>
@@ -164,6 +165,9 @@ protected:
     // installation tag (an empty one, or no file, takes FERROBANDA); the second,
     // the store's name, is returned.
     QString LeerConfiguracion();
+    // What the print procedures read of the window, as it stands on screen:
+    // the fields both documents print (the window adds its own).
+    print_layout::Documento Ventana() const;
     void OcultarCalendario();
     void LimpiarLineasYTotales();
     void LlenarFormasDePago();

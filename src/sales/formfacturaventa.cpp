@@ -4,6 +4,8 @@
 #include "runtime/clock.h"
 #include "runtime/msgbox.h"
 #include "runtime/print_job.h"
+#include "runtime/printer.h"
+#include "sales/receipts.h"
 #include "runtime/vb.h"
 #include "ui_document_window.h"
 #include "ui_formfacturaventa.h"
@@ -192,14 +194,26 @@ QStringList FormFacturaVenta::SentenciasBorrado() const {
 void FormFacturaVenta::Commandfactura_Click() {
     vb::RunPrintJob({.dialog = CommonDialog1,
                      .calendar = ui->Calendario,
-                     .title = ui->Combonumerofactura->Text() + " " +
-                              Format(ui->Textfechafactura->text(), QStringLiteral("yyyymmdd")) + " - " +
-                              ui->Combocodigo->Text(),
-                     .procedures = {}});
+                     .title = print_layout::NombreTrabajoFactura(Ventana()),
+                     .procedures = {[this] { cabecerafactura(); }, [this] { detallefactura(); },
+                                    [this] { piefactura(); }}});
 }
 
 void FormFacturaVenta::Commandrecibos_Click() {
-    vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .title = std::nullopt, .procedures = {}});
+    vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .title = std::nullopt,
+                     .procedures = {[this] { recibo(); }}});
+}
+
+void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Ventana()); }
+void FormFacturaVenta::detallefactura() { print_layout::detallefactura(vb::Printer(), Ventana(), contadores); }
+void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Ventana()); }
+void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Ventana()); }
+
+print_layout::Documento FormFacturaVenta::Ventana() const {
+    print_layout::Documento d = DocumentWindow::Ventana();
+    d.TextDescripcionLarga = DescripcionLarga();
+    d.CheckCuenta = propio->CheckCuenta->isChecked() ? 1 : 0;
+    return d;
 }
 
 // ---- The long description -------------------------------------------------------------

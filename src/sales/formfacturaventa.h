@@ -44,6 +44,12 @@ public:
     // receipts, printed from what the window shows.
     void Commandfactura_Click();
     void Commandrecibos_Click();
+    // The print procedures: the invoice's header, lines and foot, and the
+    // receipt of the due date chosen.
+    void cabecerafactura();
+    void detallefactura();
+    void piefactura();
+    void recibo();
 
 protected:
     void CargarPropio() override;
@@ -67,7 +73,13 @@ private:
     // the year and month, the description the name of the month before.
     void LineaMensual();
 
+    // The shared fields of the window, with the long description as its lines
+    // joined by CR LF, the account tick and the customer's code.
+    print_layout::Documento Ventana() const;
+
     std::unique_ptr<Ui::FormFacturaVenta> propio;
+    // The page and line counts the print procedures share.
+    print_layout::Contadores contadores;
 };
 
 } // namespace vel
