@@ -13,6 +13,8 @@
 
 #include <QCheckBox>
 #include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -174,6 +176,79 @@ TEST_F(InvoiceWindow, TheMonthlyLineOfOrtaNamesTheMonthBefore) {
     w->Lineas()->BuscarProducto(QStringLiteral("REFERENCIA"));
     EXPECT_EQ(w->Lineas()->Textreferencia->text(), "ms");
     EXPECT_FALSE(w->Lineas()->Textdescripcion->text().contains(QStringLiteral("NOVIEMBRE")));
+}
+
+// A stored ORTA invoice of 45 lines and a long description, consulted and
+// printed from its buttons on the real printing path to PDF files: two pages,
+// the letterhead on both, the bank line of the ticked account box at the
+// foot, and the receipt on a page of its own. With VEL_KEEP_PDF set to a
+// folder, the files are left there to be looked at.
+class PdfDialogs : public vb::DialogService {
+public:
+    QString file;
+    std::optional<QString> open(const vb::OpenRequest&) override { return std::nullopt; }
+    std::optional<vb::PrinterChoice> printer(const vb::PrinterRequest&) override {
+        return vb::PrinterChoice{.printerName = {}, .outputFile = file};
+    }
+};
+
+QString Salida(const QString& program, const QStringList& args) {
+    QProcess p;
+    p.start(program, args);
+    if (!p.waitForFinished(60000) || p.exitCode() != 0) {
+        ADD_FAILURE() << qPrintable(program) << " failed";
+        return QString();
+    }
+    return QString::fromUtf8(p.readAllStandardOutput());
+}
+
+TEST_F(InvoiceWindow, PrintsATwoPageOrtaInvoiceAndItsReceiptToPdf) {
+    QFile config(dir.filePath(QStringLiteral("config.ini")));
+    ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+    config.write("ORTA\r\n");
+    config.close();
+    vel::BaseDatos->Execute(QStringLiteral("INSERT INTO series VALUES ('VN', 2026, 0, 'FD', 1)"));
+    vel::BaseDatos->Execute(QString::fromUtf8(
+        "INSERT INTO cabecera_factura_venta VALUES (01, 'VD', 2026, 1, '02/11/2026', 00, '', 01, '', '', '1', "
+        "'12345678Z', 'PEDRO GARCIA LOPEZ', 'CALLE MAYOR 1', 'MADRID', '28001', 'MADRID', 'ESPAÑOLA', '369', 3, "
+        "'0049', '0012', '12', '1234567890', 0, '', '', '', '', '', '', 0, 0, '26', '0', '0', '', 21, 5.2, 0, '0', "
+        "'ES12')"));
+    for (int i = 1; i <= 45; ++i)
+        vel::BaseDatos->Execute(QString::fromUtf8(
+            "INSERT INTO detalle_factura_venta VALUES (01, 'VD', 2026, 1, '', 'TORN%1', 'TORNILLO 4X40', 2, '1.5', "
+            "'', '', '3', 0, 0, '3', '1', 0, 0, '00', '00', '00', '00', 0, 01, '1', "
+            "'Instalación del equipo\r\nSegunda fase de la obra')").arg(i, 3, 10, QLatin1Char('0')));
+    PdfDialogs pdf;
+    const QString keep = qEnvironmentVariable("VEL_KEEP_PDF");
+    const QString folder = keep.isEmpty() ? dir.path() : keep;
+    vb::Environment& e = vb::CurrentEnvironment();
+    e.dialogs = &pdf;
+    e.printers = nullptr;
+    w = std::make_unique<vel::FormFacturaVenta>();
+    w->show();
+    w->Load();
+    w->Commandconsultar_Click();
+    control<QCheckBox>("CheckCuenta")->setChecked(true);
+
+    pdf.file = folder + "/factura_orta.pdf";
+    w->Commandfactura_Click();
+    EXPECT_TRUE(Salida("pdfinfo", {pdf.file}).contains(QRegularExpression("Pages:\\s+2\\b")));
+    const QString first = Salida("pdftotext", {"-layout", "-f", "1", "-l", "1", pdf.file, "-"});
+    const QString second = Salida("pdftotext", {"-layout", "-f", "2", "-l", "2", pdf.file, "-"});
+    EXPECT_TRUE(first.contains("Orta, S.L."));
+    EXPECT_TRUE(first.contains("> > > CONTINUA > > >"));
+    EXPECT_TRUE(first.contains("TORN001"));
+    EXPECT_TRUE(second.contains("Orta, S.L."));
+    EXPECT_TRUE(second.contains("TORN045"));
+    EXPECT_TRUE(second.contains(QString::fromUtf8("Segunda fase de la obra")));
+    EXPECT_TRUE(second.contains(QString::fromUtf8("Nº Cuenta: MAREESMMXXX ES91 2100 0000 11 0200000000")));
+
+    pdf.file = folder + "/recibo_orta.pdf";
+    w->Commandrecibos_Click();
+    EXPECT_TRUE(Salida("pdfinfo", {pdf.file}).contains(QRegularExpression("Pages:\\s+1\\b")));
+    const QString recibo = Salida("pdftotext", {"-layout", pdf.file, "-"});
+    for (const char* text : {"RECIBO Nº:", "PORTELAS", "00001", "28/12/2026", "FERRETERIA PEDRO SL"})
+        EXPECT_TRUE(recibo.contains(QString::fromUtf8(text))) << text << "\n" << qPrintable(recibo);
 }
 
 } // namespace
