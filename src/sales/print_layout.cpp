@@ -50,14 +50,20 @@ QString TerminoPago(const QString& label) {
 
 QString Importe(const QString& text) { return vb::Format(vb::Round(vb::Val(text), 2), QStringLiteral("0.00")); }
 
+// The seven pieces of a line, cut the same way in both documents. The
+// invoice puts a blank before the reference (15 wide in all) and prints a
+// discount whose value is 0 as three blanks; the overflow rule comes after the
+// discount is made, so a long total takes the last column of the discount's
+// piece, blank or figure.
+//
 // An amount longer than its 9 columns doesn't break the alignment: the piece
 // before it gives up its last character, and the amount takes its last 10
 // characters, after a blank for the unit amount and the subtotal and with none
 // for the total. References over 13 and descriptions over 26 are not cut: the
 // pad would be negative, which Space refuses, and the line entry keeps them short.
-std::array<QString, 7> PiezasLineaAlbaran(const std::array<QString, 7>& c) {
+static std::array<QString, 7> PiezasLinea(const std::array<QString, 7>& c, bool factura) {
     std::array<QString, 7> p;
-    p[0] = c[0] + Space(13 - Len(c[0])) + QLatin1Char(' ');
+    p[0] = (factura ? QStringLiteral(" ") : QString()) + c[0] + Space(13 - Len(c[0])) + QLatin1Char(' ');
     p[1] = c[1] + Space(26 - Len(c[1])) + QLatin1Char(' ');
     p[2] = Space(6 - Len(c[2])) + c[2] + QLatin1Char(' ');
     for (int i : {3, 4}) {
@@ -68,7 +74,7 @@ std::array<QString, 7> PiezasLineaAlbaran(const std::array<QString, 7>& c) {
             p[i] = Space(9 - Len(c[i])) + c[i] + QLatin1Char(' ');
         }
     }
-    p[5] = Space(2 - Len(c[5])) + c[5] + QLatin1Char(' ');
+    p[5] = factura && vb::Val(c[5]) == 0 ? Space(3) : Space(2 - Len(c[5])) + c[5] + QLatin1Char(' ');
     if (Len(c[6]) > 9) {
         p[5] = Left(p[5], Len(p[5]) - 1);
         p[6] = Right(c[6], 10);
@@ -77,6 +83,8 @@ std::array<QString, 7> PiezasLineaAlbaran(const std::array<QString, 7>& c) {
     }
     return p;
 }
+
+std::array<QString, 7> PiezasLineaAlbaran(const std::array<QString, 7>& c) { return PiezasLinea(c, false); }
 
 QString LineaAlbaran(const std::array<QString, 7>& celdas) {
     const auto p = PiezasLineaAlbaran(celdas);
@@ -173,33 +181,7 @@ void piealbaran(vb::PrinterObject& printer, const Documento& d) {
 
 // ---- The invoice ------------------------------------------------------------------
 
-// The invoice's pieces are the delivery note's with two differences: the
-// reference has a blank before it (15 wide in all), and a discount whose value
-// is 0 prints as three blanks. The overflow rule is the same, and applies after
-// the discount has been made: a total of more than 9 characters takes the last
-// column of the discount's piece, blank or figure.
-std::array<QString, 7> PiezasLineaFactura(const std::array<QString, 7>& c) {
-    std::array<QString, 7> p;
-    p[0] = QLatin1Char(' ') + c[0] + Space(13 - Len(c[0])) + QLatin1Char(' ');
-    p[1] = c[1] + Space(26 - Len(c[1])) + QLatin1Char(' ');
-    p[2] = Space(6 - Len(c[2])) + c[2] + QLatin1Char(' ');
-    for (int i : {3, 4}) {
-        if (Len(c[i]) > 9) {
-            p[i - 1] = Left(p[i - 1], Len(p[i - 1]) - 1);
-            p[i] = QLatin1Char(' ') + Right(c[i], 10);
-        } else {
-            p[i] = Space(9 - Len(c[i])) + c[i] + QLatin1Char(' ');
-        }
-    }
-    p[5] = vb::Val(c[5]) == 0 ? Space(3) : Space(2 - Len(c[5])) + c[5] + QLatin1Char(' ');
-    if (Len(c[6]) > 9) {
-        p[5] = Left(p[5], Len(p[5]) - 1);
-        p[6] = Right(c[6], 10);
-    } else {
-        p[6] = Space(9 - Len(c[6])) + c[6];
-    }
-    return p;
-}
+std::array<QString, 7> PiezasLineaFactura(const std::array<QString, 7>& c) { return PiezasLinea(c, true); }
 
 QString LineaFactura(const std::array<QString, 7>& celdas) {
     const auto p = PiezasLineaFactura(celdas);

@@ -2,63 +2,24 @@
 // queue (the virtual PDF printer), then read back with pdftotext. The lines in
 // "Courier New" 12 must come back column for column as the recording printer
 // saw them.
+#include "pdf_files.h"
 #include "print_fixture.h"
 #include "runtime/app.h"
 #include "runtime/msgbox.h"
 #include "runtime/vb.h"
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
-#include <QThread>
 
 namespace vel::testing {
 namespace {
 
-struct Ran {
-    int exitCode = -1;
-    QString out, err;
-};
+using pdf::expectInOrder;
+using pdf::run;
+using Ran = pdf::Ran;
 
-Ran run(const QString& program, const QStringList& args, int timeoutMs = 60000) {
-    QProcess p;
-    p.start(program, args);
-    Ran r;
-    if (!p.waitForStarted(10000)) {
-        r.err = program + " did not start";
-        return r;
-    }
-    p.waitForFinished(timeoutMs);
-    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    r.out = QString::fromUtf8(p.readAllStandardOutput());
-    r.err = QString::fromUtf8(p.readAllStandardError());
-    return r;
-}
-
-// The text of a PDF, read as fixed-pitch text of 7.2 points a character (the
-// width of "Courier New" 12), so that blanks come back as columns.
-QStringList pdfLines(const QString& pdf) {
-    const Ran r = run("pdftotext", {"-layout", "-fixed", "7.2", pdf, "-"});
-    EXPECT_EQ(r.exitCode, 0) << qPrintable(r.err);
-    return r.out.split('\n');
-}
-
-int pdfPages(const QString& pdf) {
-    const Ran r = run("pdfinfo", {pdf});
-    for (const QString& l : r.out.split('\n'))
-        if (l.startsWith("Pages:")) return l.mid(6).trimmed().toInt();
-    return -1;
-}
-
-QString pdfInfo(const QString& pdf, const QString& key) {
-    const Ran r = run("pdfinfo", {pdf});
-    for (const QString& l : r.out.split('\n'))
-        if (l.startsWith(key + ":")) return l.mid(key.size() + 1).trimmed();
-    return QString();
-}
+int pdfPages(const QString& file) { return pdf::info(file, "Pages").toInt(); }
 
 class PaperPrint : public PrintTest {
 protected:
@@ -82,23 +43,6 @@ protected:
                 out << vb::RTrim(e.text);
         return out;
     }
-    // Every expected line, in order, among the PDF's lines, the PDF's left
-    // border taken off (found from the first rule of underscores).
-    static void expectInOrder(const QStringList& expected, const QStringList& pdf) {
-        int margin = -1;
-        for (const QString& l : pdf)
-            if (l.contains(print_layout::RayaSubrayado)) {
-                margin = int(l.indexOf(print_layout::RayaSubrayado));
-                break;
-            }
-        ASSERT_GE(margin, 0) << "no rule in the PDF";
-        int at = 0;
-        for (const QString& want : expected) {
-            while (at < pdf.size() && vb::RTrim(pdf[at].mid(margin)) != want) ++at;
-            ASSERT_LT(at, pdf.size()) << "not in the PDF: \"" << qPrintable(want) << "\"";
-            ++at;
-        }
-    }
     void TearDown() override {
         vb::SetAppTitle("Velmarinda");
         PrintTest::TearDown();
@@ -115,9 +59,9 @@ TEST_F(PaperPrint, ANoteOf41LinesToAPdfFileIsTwoA4PagesWithTheSameLines) {
     printNote();
     ASSERT_TRUE(QFile::exists(file));
     EXPECT_EQ(pdfPages(file), 2);
-    EXPECT_TRUE(pdfInfo(file, "Page size").contains("(A4)")) << qPrintable(pdfInfo(file, "Page size"));
-    EXPECT_EQ(pdfInfo(file, "Title"), "00027 20261121 - 430001");
-    expectInOrder(expected, pdfLines(file));
+    EXPECT_TRUE(pdf::info(file, "Page size").contains("(A4)")) << qPrintable(pdf::info(file, "Page size"));
+    EXPECT_EQ(pdf::info(file, "Title"), "00027 20261121 - 430001");
+    expectInOrder(expected, pdf::lines(file));
 }
 
 // The receipt's rules are em dashes: they come back as U+2014.
@@ -130,7 +74,7 @@ TEST_F(PaperPrint, TheReceiptsDashesReachThePdf) {
     vb::Printer().SetFontSize(12);
     vb::Printer().Print(vb::Space(13) + QString(59, QChar(0x2014)));
     vb::Printer().EndDoc();
-    const QStringList l = pdfLines(file);
+    const QStringList l = pdf::lines(file);
     EXPECT_TRUE(std::any_of(l.begin(), l.end(), [](const QString& s) { return s.contains(QString(59, QChar(0x2014))); }));
 }
 
@@ -153,34 +97,7 @@ TEST_F(PaperPrint, AJobToAnUnnamedFileGoesToTheImpresosFolder) {
     const QString second = dir.filePath("impresos/Ticket 000123 20261121-100000 (2).pdf");
     ASSERT_TRUE(QFile::exists(first));
     ASSERT_TRUE(QFile::exists(second));
-    EXPECT_TRUE(pdfLines(first).join('\n').contains("GRACIAS POR SU VISITA"));
-}
-
-// Where cups-pdf puts the jobs of this user: its "Out" setting, ${HOME}/PDF
-// unless changed.
-QString cupsPdfFolder() {
-    QString out = QStringLiteral("${HOME}/PDF");
-    QFile conf("/etc/cups/cups-pdf.conf");
-    if (conf.open(QIODevice::ReadOnly))
-        for (const QString& l : QString::fromUtf8(conf.readAll()).split('\n'))
-            if (l.startsWith("Out ")) out = l.mid(4).trimmed();
-    return out.replace("${HOME}", QDir::homePath());
-}
-
-QString newestPdfNamed(const QString& folder, const QString& stem, const QDateTime& since) {
-    QString best;
-    QDateTime bestTime;
-    QDirIterator it(folder, {"*.pdf"}, QDir::Files);
-    while (it.hasNext()) {
-        it.next();
-        const QFileInfo fi = it.fileInfo();
-        if (!fi.fileName().contains(stem) || fi.lastModified() < since) continue;
-        if (best.isEmpty() || fi.lastModified() > bestTime) {
-            best = fi.filePath();
-            bestTime = fi.lastModified();
-        }
-    }
-    return best;
+    EXPECT_TRUE(pdf::lines(first).join('\n').contains("GRACIAS POR SU VISITA"));
 }
 
 // A real job through the CUPS scheduler to its virtual PDF printer. Skipped,
@@ -201,25 +118,13 @@ TEST_F(PaperPrint, ANoteThroughARealCupsQueueComesBackLineForLine) {
     const QDateTime since = QDateTime::currentDateTime().addSecs(-2);
     printNote();
 
-    const QString folder = cupsPdfFolder();
-    QString pdf;
-    QElapsedTimer waited;
-    waited.start();
-    while (pdf.isEmpty() && waited.elapsed() < 60000) {
-        QThread::msleep(250);
-        pdf = newestPdfNamed(folder, stem, since);
-    }
-    ASSERT_FALSE(pdf.isEmpty()) << "cups-pdf wrote no file for " << qPrintable(stem) << " in " << qPrintable(folder)
+    const QString archivo = pdf::waitForCupsPdf(stem, since);
+    ASSERT_FALSE(archivo.isEmpty()) << "cups-pdf wrote no file for " << qPrintable(stem) << " in "
+                                << qPrintable(pdf::cupsPdfFolder())
                                 << "; lpstat: " << qPrintable(run("lpstat", {"-W", "all", "-o"}).out);
-    // cups-pdf writes the file while the job runs: wait until it is whole.
-    qint64 size = -1;
-    while (QFileInfo(pdf).size() != size && waited.elapsed() < 60000) {
-        size = QFileInfo(pdf).size();
-        QThread::msleep(500);
-    }
-    EXPECT_EQ(pdfPages(pdf), 2);
-    expectInOrder(expected, pdfLines(pdf));
-    if (!HasFailure()) QFile::remove(pdf); // kept to be looked at when it fails
+    EXPECT_EQ(pdfPages(archivo), 2);
+    expectInOrder(expected, pdf::lines(archivo));
+    if (!HasFailure()) QFile::remove(archivo); // kept to be looked at when it fails
 }
 
 } // namespace
