@@ -21,13 +21,19 @@ struct Table : sqlite3_vtab {
     const DbaseFile* file;
 };
 
+// The cursor walks the records from `row` up to `end` (the whole file, or
+// the one record of a rowid lookup), skipping the deleted ones.
 struct Cursor : sqlite3_vtab_cursor {
     const DbaseFile* file;
     int row;
+    int end;
     void skipDeleted() {
-        while (row < file->RecordCount() && file->IsDeleted(row)) ++row;
+        while (row < end && file->IsDeleted(row)) ++row;
     }
 };
+
+// The plan that reads one record by its rowid (its place in the file).
+constexpr int kByRowid = 1;
 
 // "CREATE TABLE x(...)" with the fields of the file: numbers (N, F) and
 // logical fields as numbers, dates as dates, the rest as texts compared as the
@@ -73,8 +79,24 @@ int xDisconnect(sqlite3_vtab* t) {
     return SQLITE_OK;
 }
 
-// Every query walks the whole file: the catalogue has no index.
+// Every query walks the whole file (the catalogue has no index), but for
+// "rowid = x": the rowid is the record's place in the file, read at once. A
+// cursor reads its rows back by rowid after counting them (MoveLast,
+// MoveFirst), so without this each row read would walk the whole file again.
+// The engine still checks the constraint itself (omit stays 0), so a value
+// that isn't a whole number finds nothing.
 int xBestIndex(sqlite3_vtab* t, sqlite3_index_info* info) {
+    for (int i = 0; i < info->nConstraint; ++i) {
+        const auto& c = info->aConstraint[i];
+        if (c.usable && c.iColumn == -1 && c.op == SQLITE_INDEX_CONSTRAINT_EQ) {
+            info->aConstraintUsage[i].argvIndex = 1;
+            info->idxNum = kByRowid;
+            info->estimatedCost = 1;
+            info->estimatedRows = 1;
+            info->idxFlags = SQLITE_INDEX_SCAN_UNIQUE;
+            return SQLITE_OK;
+        }
+    }
     const double n = static_cast<Table*>(t)->file->RecordCount();
     info->estimatedCost = n + 1;
     info->estimatedRows = sqlite3_int64(n) + 1;
@@ -94,9 +116,19 @@ int xClose(sqlite3_vtab_cursor* c) {
     return SQLITE_OK;
 }
 
-int xFilter(sqlite3_vtab_cursor* cur, int, const char*, int, sqlite3_value**) {
+int xFilter(sqlite3_vtab_cursor* cur, int idxNum, const char*, int argc, sqlite3_value** argv) {
     auto* c = static_cast<Cursor*>(cur);
     c->row = 0;
+    c->end = c->file->RecordCount();
+    if (idxNum == kByRowid && argc == 1) {
+        const sqlite3_int64 key = sqlite3_value_int64(argv[0]);
+        if (key >= 0 && key < c->end) {
+            c->row = int(key);
+            c->end = int(key) + 1;
+        } else {
+            c->end = 0;
+        }
+    }
     c->skipDeleted();
     return SQLITE_OK;
 }
@@ -110,7 +142,7 @@ int xNext(sqlite3_vtab_cursor* cur) {
 
 int xEof(sqlite3_vtab_cursor* cur) {
     const auto* c = static_cast<Cursor*>(cur);
-    return c->row >= c->file->RecordCount();
+    return c->row >= c->end;
 }
 
 bool plainAscii(const char* s, size_t& n) {

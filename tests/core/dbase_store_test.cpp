@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 using namespace veltest;
 
@@ -75,6 +76,30 @@ TEST_F(Catalogue, TheCursorCountsAsTheSearchCountsIt) {
     auto none = db->OpenRecordset(Head() + "WHERE codigo = 99 ORDER BY codigo");
     EXPECT_EQ(none->AbsolutePosition(), -1);
     EXPECT_TRUE(none->Eof());
+}
+
+// A cursor reads its rows back by rowid (the record's place in the file)
+// after counting them: that reads the one record, a deleted one or a place
+// outside the file reads nothing, and the engine takes the record directly
+// rather than walking the file.
+TEST_F(Catalogue, ARowIsReadBackByItsPlaceInTheFile) {
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 1"), QStringList{"2"});
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 6"), QStringList{"7"});
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 5"), QStringList{}); // deleted
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 7"), QStringList{});
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = -1"), QStringList{});
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 1.5"), QStringList{});
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 2 AND nombre LIKE '*PESCAR*'"), QStringList{});
+    EXPECT_EQ(Codes("SELECT codigo FROM articulo WHERE rowid = 3 AND nombre LIKE '*PESCAR*'"), QStringList{"4"});
+    sqlite3_stmt* plan = nullptr;
+    ASSERT_EQ(sqlite3_prepare_v2(db->handle(), "EXPLAIN QUERY PLAN SELECT codigo FROM articulo WHERE rowid = ?1", -1,
+                                 &plan, nullptr),
+              SQLITE_OK);
+    QString detail;
+    while (sqlite3_step(plan) == SQLITE_ROW)
+        detail += QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(plan, 3)));
+    sqlite3_finalize(plan);
+    EXPECT_TRUE(detail.contains(QStringLiteral("INDEX 1:"))) << detail.toStdString();
 }
 
 TEST_F(Catalogue, FieldsAsTheArticleTabReadsThem) {

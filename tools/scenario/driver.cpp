@@ -35,6 +35,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <sqlite3.h>
 #include <cmath>
 #include <map>
 #include <memory>
@@ -242,11 +243,31 @@ private:
         vb::ResetEnded();
         started_ = true;
         vb::RunEvent([] { vel::Main(); });
+        watchStatements();
         Settle();
         if (vel::MDI* mdi = vel::MainWindow()) {
             mdi->activateWindow();
             Settle();
         }
+    }
+
+    // Each statement the program runs on its database is noted with the
+    // pointer it ran under, for `expect-pointer wait "STATEMENT"`: what the
+    // user sees while a long job's statements run.
+    struct Statement {
+        QString sql;
+        bool busy;
+    };
+    static int noteStatement(unsigned, void* ctx, void* stmt, void*) {
+        const char* sql = sqlite3_sql(static_cast<sqlite3_stmt*>(stmt));
+        if (sql)
+            static_cast<std::vector<Statement>*>(ctx)->push_back(
+                {QString::fromUtf8(sql), vb::MousePointer() == vb::vbHourglass});
+        return 0;
+    }
+    void watchStatements() {
+        statements_.clear();
+        if (vel::BaseDatos) sqlite3_trace_v2(vel::BaseDatos->handle(), SQLITE_TRACE_STMT, &noteStatement, &statements_);
     }
 
     vel::MDI* mdi() {
@@ -941,10 +962,33 @@ private:
     }
 
     // expect-pointer wait|normal: the program's MousePointer, and the pointer on screen.
+    // expect-pointer wait|normal "TEXT": every statement holding the text that
+    // the program has run since the last such check ran under that pointer
+    // (and there was at least one). A query may run in the engine's keyed form,
+    // so the text is looked for anywhere in the statement.
     void expectPointer(const Line& line) {
         const QString wanted = line.arg(1);
         if (wanted != QLatin1String("wait") && wanted != QLatin1String("normal"))
-            error(QStringLiteral("expect-pointer wait|normal"));
+            error(QStringLiteral("expect-pointer wait|normal [\"TEXTO\"]"));
+        if (line.has(2)) {
+            const QString text = line.arg(2);
+            int seen = 0;
+            std::vector<Statement> rest;
+            for (const Statement& s : statements_) {
+                if (!s.sql.contains(text)) {
+                    rest.push_back(s);
+                    continue;
+                }
+                ++seen;
+                if (s.busy != (wanted == QLatin1String("wait")))
+                    fail("la sentencia " + Quote(s.sql) + " se ejecutó con el puntero " +
+                         (s.busy ? QStringLiteral("wait") : QStringLiteral("normal")));
+            }
+            if (seen == 0) fail("no se ha ejecutado ninguna sentencia que contenga " + Quote(text));
+            statements_ = std::move(rest);
+            *out_ += QStringLiteral("  (%1 sentencias)\n").arg(seen);
+            return;
+        }
         const bool busy = vb::MousePointer() == vb::vbHourglass;
         const QCursor* shown = QGuiApplication::overrideCursor();
         const bool hourglass = shown && shown->shape() == Qt::WaitCursor;
@@ -954,6 +998,7 @@ private:
     }
 
     QString* out_;
+    std::vector<Statement> statements_;
     QString origin_;
     ScriptedBoxes boxes_;
     ScriptedDialogs dialogs_;
