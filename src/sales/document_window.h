@@ -82,6 +82,8 @@ public:
     std::array<int, 12> DiasVencimiento{};
     // The fiscal years already put in Comboejerciciofactura: room for 100.
     std::array<QString, 100> EjerciciosVistos;
+    // The page and line counts the three procedures of a printed document share.
+    print_layout::Contadores contadores;
 
     // ---- Procedures ------------------------------------------------------------------
     void CargarDatos();

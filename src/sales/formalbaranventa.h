@@ -43,8 +43,6 @@ public:
     void detallealbaran();
     void piealbaran();
     void recibo();
-    // The fields the three procedures of a printed note share.
-    print_layout::Contadores contadores;
 
 protected:
     void CargarPropio() override;

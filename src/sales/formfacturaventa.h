@@ -78,8 +78,6 @@ private:
     print_layout::Documento Ventana() const;
 
     std::unique_ptr<Ui::FormFacturaVenta> propio;
-    // The page and line counts the print procedures share.
-    print_layout::Contadores contadores;
 };
 
 } // namespace vel
