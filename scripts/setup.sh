@@ -6,7 +6,7 @@
 # --fuzz adds what scripts/fuzz.sh needs.
 set -euo pipefail
 PACKAGES=(
-  g++ cmake make pkg-config
+  g++ cmake make pkg-config ccache
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libqt6svg6
   libsqlite3-dev libicu-dev libshp-dev
