@@ -49,7 +49,10 @@ int main(int argc, char** argv) {
         return 3;
     }
     QString transcript;
-    const auto result = vel::scenario::Run(text, &transcript, QFileInfo(path).fileName());
+    // VELSCENARIO_SQL_LOG: a file for the statements the program ran (the
+    // test suite's query-plan check reads them).
+    const auto result = vel::scenario::Run(text, &transcript, QFileInfo(path).fileName(),
+                                           qEnvironmentVariable("VELSCENARIO_SQL_LOG"));
     const QString outPath = path.left(path.size() - QFileInfo(path).suffix().size()) + QStringLiteral("out");
     if (mode == QLatin1String("--update")) {
         QFile f(outPath);

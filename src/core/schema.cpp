@@ -304,12 +304,39 @@ std::vector<Table> buildTables() {
     // Delivery notes: store, series, year and number. Two stations that took
     // the same number, or a note received twice from a branch store, make the
     // second INSERT fail: the key decides.
+    //
+    // Indexes, for the reads of the windows (new indexes go at the end of a
+    // list: a database made earlier keeps the names it has):
+    //  - the note window reads a note by year and number alone, without store
+    //    or series, and lists a customer's years ("nif = ... ORDER BY
+    //    ejercicio", and "nif = ... AND ejercicio = ... ORDER BY ejercicio":
+    //    the customer and year, whose index entries stand in the order of the
+    //    cursor's rows) and a year's numbers ("nif = ... AND ejercicio = ...
+    //    ORDER BY numero", or "nif <> '*' AND ejercicio = ..." for all
+    //    customers);
+    //  - the list of years of the note control walks every note in year
+    //    order (the index on the year alone gives that order with no sort);
+    //  - the note control lists a store's notes of a year in one state, by
+    //    number, or in every state ("estado <> ''"): the store's year in
+    //    number order; the exchange reads each note by its key.
     t.push_back({"cabecera_albaran_venta",
                  documentHeader("_cabecera_albaran_venta"),
                  documentKey("_cabecera_albaran_venta"),
-                 {{"nif_cabecera_albaran_venta"}, {"ejercicio_cabecera_albaran_venta"}}});
-    // Lines: several rows for each note.
-    t.push_back({"detalle_albaran_venta", documentLine("_detalle_albaran_venta"), {}, {documentKey("_detalle_albaran_venta")}});
+                 {{"nif_cabecera_albaran_venta", "ejercicio_cabecera_albaran_venta"},
+                  {"ejercicio_cabecera_albaran_venta"},
+                  {"ejercicio_cabecera_albaran_venta", "numero_cabecera_albaran_venta"},
+                  {"nif_cabecera_albaran_venta", "ejercicio_cabecera_albaran_venta", "numero_cabecera_albaran_venta"},
+                  {"tienda_cabecera_albaran_venta", "ejercicio_cabecera_albaran_venta",
+                   "estado_cabecera_albaran_venta", "numero_cabecera_albaran_venta"},
+                  {"tienda_cabecera_albaran_venta", "ejercicio_cabecera_albaran_venta",
+                   "numero_cabecera_albaran_venta"}}});
+    // Lines: several rows for each note. The note window reads them by year
+    // and number, the delete, the invoicing and the exchange by the key.
+    t.push_back({"detalle_albaran_venta",
+                 documentLine("_detalle_albaran_venta"),
+                 {},
+                 {documentKey("_detalle_albaran_venta"),
+                  {"ejercicio_detalle_albaran_venta", "numero_detalle_albaran_venta"}}});
 
     // Invoices: invoicing a delivery note takes number 1 again for as long as
     // the year has no 'FD' counter (see series), so several invoices of a store
@@ -319,8 +346,11 @@ std::vector<Table> buildTables() {
                  documentHeader("_cabecera_factura_venta"),
                  {},
                  {documentKey("_cabecera_factura_venta"),
-                  {"nif_cabecera_factura_venta"},
-                  {"ejercicio_cabecera_factura_venta", "numero_cabecera_factura_venta"}}});
+                  {"nif_cabecera_factura_venta", "ejercicio_cabecera_factura_venta"},
+                  {"ejercicio_cabecera_factura_venta", "numero_cabecera_factura_venta"},
+                  // a customer's years and each year's numbers, as for notes
+                  {"nif_cabecera_factura_venta", "ejercicio_cabecera_factura_venta",
+                   "numero_cabecera_factura_venta"}}});
     {
         std::vector<Column> c = documentLine("_detalle_factura_venta");
         c.push_back({"descripcionlarga_detalle_factura_venta", T});
@@ -336,7 +366,8 @@ std::vector<Table> buildTables() {
     // The entries are numbered from the head's count of entries, which nothing
     // tests; an entry saved while its head failed to save would hand its
     // number out again, and the entry is kept rather than refused: a plain
-    // index.
+    // index. The listing of every customer's entries of a year reads them by
+    // year in NIF order: a second index, on the year and the NIF.
     for (const char* w : {"clientes", "proveedores"}) {
         const std::string who = w;
         const std::string head = "_cabecera_fichas_" + who;
@@ -345,7 +376,8 @@ std::vector<Table> buildTables() {
         t.push_back({keep("detalle_fichas_" + who),
                      cardEntry(entry),
                      {},
-                     {{keep("nif" + entry), keep("ejercicio" + entry), keep("numero" + entry)}}});
+                     {{keep("nif" + entry), keep("ejercicio" + entry), keep("numero" + entry)},
+                      {keep("ejercicio" + entry), keep("nif" + entry)}}});
     }
 
     // Tickets: written by position only and read by no window. Two counters

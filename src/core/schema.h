@@ -46,7 +46,9 @@ std::vector<QString> CreateIndexSql(const Table& table);
 void CreateTables(Database& db);
 // Creates, on an existing database, the indexes of the list above that it
 // lacks (a file made before they were part of it): the product lookups of the
-// counter and the sales windows depend on them. An index counts as there when
+// counter and the sales windows, the reads of notes, invoices and their lines
+// by year and number, the note control's lists and the card listings depend
+// on them. An index counts as there when
 // one of the same columns exists, whatever its name. Run once after the open;
 // an index that can't be made is passed over, since the program works without
 // it, only slower.

@@ -37,7 +37,9 @@
 #include <QTest>
 #include <sqlite3.h>
 #include <cmath>
+#include <cstring>
 #include <map>
+#include <set>
 #include <memory>
 #include <optional>
 
@@ -79,7 +81,8 @@ const std::map<QString, std::function<vb::Form*()>>& testWindows() {
 
 class Driver {
 public:
-    Driver(QString* out, QString origin) : out_(out), origin_(std::move(origin)), boxes_(out), dialogs_(out) {
+    Driver(QString* out, QString origin, QString statementLog)
+        : out_(out), origin_(std::move(origin)), statementLog_(std::move(statementLog)), boxes_(out), dialogs_(out) {
         if (!dir_.isValid()) error(QStringLiteral("no se puede crear la carpeta del programa"));
         folder_ = dir_.path();
         boxes_.folder = folder_;
@@ -103,6 +106,7 @@ public:
     }
     ~Driver() {
         teardown();
+        writeStatementLog();
         vel::SetWindowTable(nullptr);
         environment_.reset();
     }
@@ -258,16 +262,32 @@ private:
         QString sql;
         bool busy;
     };
-    static int noteStatement(unsigned, void* ctx, void* stmt, void*) {
+    static int noteStatement(unsigned, void* ctx, void* stmt, void* text) {
+        // A trigger's steps come as comments ("-- ..."); the statement itself
+        // is the prepared one.
+        if (text && std::strncmp(static_cast<const char*>(text), "--", 2) == 0) return 0;
         const char* sql = sqlite3_sql(static_cast<sqlite3_stmt*>(stmt));
-        if (sql)
-            static_cast<std::vector<Statement>*>(ctx)->push_back(
-                {QString::fromUtf8(sql), vb::MousePointer() == vb::vbHourglass});
+        if (!sql) return 0;
+        Driver* d = static_cast<Driver*>(ctx);
+        const QString s = QString::fromUtf8(sql);
+        d->statements_.push_back({s, vb::MousePointer() == vb::vbHourglass});
+        if (!d->scenarioSql_) d->ran_.insert(s);
         return 0;
     }
     void watchStatements() {
         statements_.clear();
-        if (vel::BaseDatos) sqlite3_trace_v2(vel::BaseDatos->handle(), SQLITE_TRACE_STMT, &noteStatement, &statements_);
+        if (vel::BaseDatos) sqlite3_trace_v2(vel::BaseDatos->handle(), SQLITE_TRACE_STMT, &noteStatement, this);
+    }
+    // One statement a line; a line break inside a statement (a text typed
+    // over several lines) is written as a blank, which changes no plan.
+    void writeStatementLog() {
+        if (statementLog_.isEmpty()) return;
+        QFile f(statementLog_);
+        if (!f.open(QIODevice::WriteOnly | QIODevice::Truncate)) return;
+        for (QString s : ran_) {
+            s.replace(QLatin1Char('\r'), QLatin1Char(' ')).replace(QLatin1Char('\n'), QLatin1Char(' '));
+            f.write(s.toUtf8() + '\n');
+        }
     }
 
     vel::MDI* mdi() {
@@ -389,6 +409,9 @@ private:
     void sql(const Line& line) {
         const QString statement = line.arg(1);
         if (vel::BaseDatos) {
+            // The scenario's own setting up is not a statement of the program.
+            scenarioSql_ = true;
+            struct Back { bool& b; ~Back() { b = false; } } back{scenarioSql_};
             vel::BaseDatos->Execute(statement);
         } else {
             auto db = vel::Database::OpenDatabase(dbPath());
@@ -756,6 +779,9 @@ private:
             own = vel::Database::OpenDatabase(dbPath());
             db = own.get();
         }
+        // The scenario's own look at the tables is not a statement of the program.
+        scenarioSql_ = true;
+        struct Back { bool& b; ~Back() { b = false; } } back{scenarioSql_};
         auto rs = db->OpenRecordset(sql);
         QStringList out;
         while (!rs->Eof()) {
@@ -1000,6 +1026,9 @@ private:
     QString* out_;
     std::vector<Statement> statements_;
     QString origin_;
+    QString statementLog_;
+    std::set<QString> ran_;
+    bool scenarioSql_ = false;
     ScriptedBoxes boxes_;
     ScriptedDialogs dialogs_;
     vb::PrintRecorder printers_;
@@ -1018,9 +1047,9 @@ private:
 
 } // namespace
 
-Result Run(const QString& text, QString* transcript, const QString& origin) {
+Result Run(const QString& text, QString* transcript, const QString& origin, const QString& statementLog) {
     try {
-        Driver d(transcript, origin);
+        Driver d(transcript, origin, statementLog);
         return d.run(text);
     } catch (const Failure& f) {
         *transcript += "ERROR: " + f.message + '\n';
