@@ -1,4 +1,5 @@
 #include "app/window_table.h"
+#include "cards/card_listing.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/farticulos.h"
@@ -31,6 +32,8 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
         {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
+        {"mnuArchivoItemClientesListado", {"Faclistado", [] { return new Faclistado; }}},
+        {"mnuArchivoItemProveedoresListado", {"Faplistado", [] { return new Faplistado; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
