@@ -12,6 +12,7 @@
 #include "masterdata/tipoiva.h"
 #include "pos/ftpv.h"
 #include "sales/formalbaranventa.h"
+#include "sales/formcontrolalbaran.h"
 #include "sales/formfacturaventa.h"
 
 // Windows, one include and one line each.
@@ -33,6 +34,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
+        {"MnuventasItemcontrolalbaran", {"FormControlAlbaran", [] { return new FormControlAlbaran; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
     };
     return table;
