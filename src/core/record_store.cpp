@@ -944,6 +944,11 @@ Database::~Database() {
         r->db_ = nullptr;
     }
     open_.clear();
+    // Closed by the program in the middle of an action (the session's end, the
+    // compact window): what the action wrote stands. A scope still open is
+    // rolled back by the engine as the file closes.
+    if (byAction_ && scopes_ == 0 && !broken_ && !sqlite3_get_autocommit(db_))
+        sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
     if (prevOpen_) prevOpen_->nextOpen_ = nextOpen_;
     else if (firstOpen == this) firstOpen = nextOpen_;
     if (nextOpen_) nextOpen_->prevOpen_ = prevOpen_;
