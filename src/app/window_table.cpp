@@ -1,4 +1,6 @@
 #include "app/window_table.h"
+#include "cards/formfichasclientes.h"
+#include "cards/formfichasproveedores.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/farticulos.h"
@@ -31,6 +33,8 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
         {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
+        {"mnuArchivoItemClientesFichas", {"FormFichasClientes", [] { return new FormFichasClientes; }}},
+        {"mnuArchivoItemProveedoresFichas", {"FormFichasProveedores", [] { return new FormFichasProveedores; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
