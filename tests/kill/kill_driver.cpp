@@ -79,14 +79,13 @@ int Preparar(const QString& carpeta, int productos) {
     sqlite3* h = db->handle();
     sqlite3_exec(h, "BEGIN", nullptr, nullptr, nullptr);
     db->Execute(kPedro);
-    db->Execute(QStringLiteral("INSERT INTO formapago VALUES ('369', 'TRES PLAZOS', 3, 30, 60, 90, 0, 0, 0, 0, 0, 0, 0, 0, 0)"));
     for (int i = 0; i < productos; ++i)
         db->Execute(QStringLiteral("INSERT INTO productos VALUES ('01', '01', '01', '01', 'R%1', 'ARTICULO %1', "
                                    "'', '', '', '', 0, 1, 0, 0, 0, 0, 0, 0, 0, '', '', 0, 0, '', '', '', '', '', "
                                    "'', '', 1)")
                         .arg(i, 7, 10, QLatin1Char('0')));
     // The stored note the modification saves again: number 1 of 2026, 200 lines.
-    db->Execute(QStringLiteral("INSERT INTO series VALUES ('VN', 2026, 1, 'AV', 1)"));
+    db->Execute(QStringLiteral("INSERT INTO series VALUES ('VN', 2026, 0, 'AV', 1)"));
     const QString clave = QStringLiteral("01, 'AV', 2026, 1");
     db->Execute("INSERT INTO cabecera_albaran_venta VALUES (" + clave +
                 ", '02/03/2026', 00, '', 01, '', '', 'P', '12345678Z', 'PEDRO GARCIA LOPEZ', 'CALLE MAYOR 1', "
@@ -334,7 +333,7 @@ void Documentos(sqlite3* h, const char* cab, const char* det, const char* c, con
 
 int Comprobar(const QString& carpeta, int lineasNota) {
     sqlite3* h = nullptr;
-    if (sqlite3_open_v2(Ruta(carpeta).toUtf8().constData(), &h, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+    if (sqlite3_open_v2(Ruta(carpeta).toUtf8().constData(), &h, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
         std::printf("CORRUPT: no abre\n");
         return 1;
     }
