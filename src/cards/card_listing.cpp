@@ -16,8 +16,10 @@
 #include "runtime/vb.h"
 
 #include <QCloseEvent>
+#include <QHash>
 #include <QTabBar>
 #include <QMouseEvent>
+#include <cmath>
 #include <optional>
 
 namespace vel {
@@ -74,9 +76,15 @@ namespace {
 constexpr int kLineasPorPagina = 37;
 const QString kRaya80 = QString(80, QLatin1Char('_'));
 
-// A Single kept "through 0.00": the sum rounded to cents as the text the
-// format gives, read back into a Single.
-float PorCentimos(float valor) { return float(vb::Val(vb::Format(double(valor), QStringLiteral("0.00")))); }
+// A Single kept "through 0.00": the sum rounded to cents, halves away from
+// zero as the format rounds them, read back into a Single. (The sums are of
+// amounts in cents, so the rounding is done on the number rather than by
+// writing and reading back its text, some hundreds of thousands of times.)
+float PorCentimos(float valor) { return float(std::round(double(valor) * 100.0) / 100.0); }
+
+// Lines are handed to the list a batch at a time, so that a year's listing
+// is never held twice.
+constexpr int kLote = 4096;
 
 // A Single as the runtime writes it into a string: seven significant digits.
 QString TextoSingle(float valor) { return vb::CStr(QString::number(double(valor), 'g', 7).toDouble()); }
@@ -291,6 +299,25 @@ QString ListadoFichas::Coloca(const QString& linea, int columna, const QString& 
     return Rellena(vb::Left(linea, columna - vb::Len(bruto)) + importe);
 }
 
+namespace {
+
+// The same two steps on the working string itself, which keeps its room
+// from one cut to the next.
+void RellenaAqui(QString& linea) {
+    if (linea.size() > 90) vb::Space(90 - int(linea.size())); // Space of a negative count: the runtime's error
+    linea.resize(90, QLatin1Char(' '));
+}
+
+void ColocaAqui(QString& linea, int columna, const QString& bruto, const QString& importe) {
+    const int corte = columna - int(bruto.size());
+    if (corte < 0) vb::Left(linea, corte); // Left of a negative length: the runtime's error
+    linea.truncate(corte);
+    linea += importe;
+    RellenaAqui(linea);
+}
+
+} // namespace
+
 QString ListadoFichas::LineaDeSumas(const QString& rotulo, float debe, float haber, float saldo) {
     QString linea = Rellena(rotulo);
     linea = Coloca(linea, 60, TextoSingle(debe), DosDecimales(debe));
@@ -328,6 +355,15 @@ void ListadoFichas::BotonListadofcl_Click() {
     float subDebe = 0, subHaber = 0, subtotal = 0;
     totalDebe_ = totalHaber_ = total_ = 0;
     QString nifAnterior, codigoAnterior;
+    QString linea; // the working string
+    linea.reserve(96);
+    // A year's entries repeat their amounts: each is formatted once.
+    QHash<double, QString> formateados;
+    const auto Dos = [&formateados](double valor) {
+        auto it = formateados.constFind(valor);
+        if (it == formateados.constEnd()) it = formateados.insert(valor, DosDecimales(valor));
+        return *it;
+    };
     // A customer is closed by its subtotal only when some entry of it entered
     // the list: a customer whose entries all fall outside the interval or the
     // option leaves no line, so that an interval with no entry is "nada".
@@ -354,11 +390,20 @@ void ListadoFichas::BotonListadofcl_Click() {
                            (soloNoPagados ? tipo != QLatin1String("C") : soloPagados ? tipo == QLatin1String("C") : true);
         if (entra) {
             const vb::Variant primero = Registro->Fields(primeroCol), segundo = Registro->Fields(segundoCol);
-            QString linea = Rellena(Registro->Fields(numeroCol).str() + "   " + fecha);
-            linea = Rellena(vb::Left(linea, 18) + vb::Left(Registro->Fields(descripcionCol).str(), 30));
-            if (tipo == QLatin1String("C")) linea = Rellena(vb::Left(linea, 49) + "C");
-            linea = Coloca(linea, 60, primero.str(), DosDecimales(primero.num()));
-            linea = Coloca(linea, 70, segundo.str(), DosDecimales(segundo.num()));
+            linea = Registro->Fields(numeroCol).str();
+            linea += QLatin1String("   ");
+            linea += fecha;
+            RellenaAqui(linea);
+            linea.truncate(18);
+            linea += vb::Left(Registro->Fields(descripcionCol).str(), 30);
+            RellenaAqui(linea);
+            if (tipo == QLatin1String("C")) {
+                linea.truncate(49);
+                linea += QLatin1Char('C');
+                RellenaAqui(linea);
+            }
+            ColocaAqui(linea, 60, primero.str(), Dos(primero.num()));
+            ColocaAqui(linea, 70, segundo.str(), Dos(segundo.num()));
 
             // The running subtotal of the customer, shown in the SALDO column,
             // and the grand total grow by the second amount (HABER).
@@ -369,9 +414,14 @@ void ListadoFichas::BotonListadofcl_Click() {
             totalHaber_ = PorCentimos(totalHaber_ + float(segundo.num()));
             total_ = PorCentimos(total_ + float(segundo.num()));
 
-            const QString saldo = DosDecimales(subtotal);
-            lineas << vb::Left(linea, 81 - vb::Len(saldo)) + saldo;
+            const QString saldo = Dos(double(subtotal));
+            linea.truncate(81 - saldo.size());
+            lineas << linea + saldo;
             ++lineasDelCliente;
+            if (lineas.size() >= kLote) {
+                ui->Listapuntes->AddItems(lineas);
+                lineas.clear();
+            }
         }
         Registro->MoveNext();
     }
@@ -382,7 +432,7 @@ void ListadoFichas::BotonListadofcl_Click() {
         lineas << LineaDeSumas(vb::Space(10) + "Subtotal... " + vb::Space(30), subDebe, subHaber, subtotal);
         lineas << LineaDeCliente(nifAnterior, codigoAnterior);
     }
-    if (totales && !lineas.isEmpty())
+    if (totales && (!lineas.isEmpty() || ui->Listapuntes->ListCount() > 0))
         lineas << LineaDeSumas(vb::Space(10) + "Total...... " + vb::Space(30), totalDebe_, totalHaber_, total_);
 
     ui->Listapuntes->AddItems(lineas);

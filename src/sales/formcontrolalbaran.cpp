@@ -49,34 +49,8 @@ void GuardarTexto(const QString& ruta, const QByteArray& datos) {
         vb::Raise(75, QStringLiteral("Error de acceso a la ruta o el archivo: ") + ruta);
 }
 
-// Several statements as one: BEGIN IMMEDIATE on entry, COMMIT on a normal
-// exit, ROLLBACK when an error leaves the scope.
-class Transaccion {
-public:
-    explicit Transaccion(Database& db) : db_(db), excepciones_(std::uncaught_exceptions()) {
-        Ejecutar("BEGIN IMMEDIATE");
-    }
-    ~Transaccion() noexcept(false) {
-        if (std::uncaught_exceptions() > excepciones_) {
-            sqlite3_exec(db_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-            return;
-        }
-        Ejecutar("COMMIT");
-    }
-    Transaccion(const Transaccion&) = delete;
-    Transaccion& operator=(const Transaccion&) = delete;
-
-private:
-    void Ejecutar(const char* sentencia) {
-        if (sqlite3_exec(db_.handle(), sentencia, nullptr, nullptr, nullptr) != SQLITE_OK) {
-            const QString texto = QString::fromUtf8(sqlite3_errmsg(db_.handle()));
-            sqlite3_exec(db_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
-            vb::Raise(3035, texto);
-        }
-    }
-    Database& db_;
-    int excepciones_;
-};
+// Several statements as one: the store's Transaccion (record_store.h), which
+// joins the transaction of the click that runs them.
 
 } // namespace
 
