@@ -18,7 +18,7 @@
 #include "runtime/msgbox.h"
 #include "runtime/printer.h"
 #include "runtime/vb.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 
 namespace vel {
@@ -87,7 +87,7 @@ void FTpv::Form_Load() {
     CargarAlmacen();
     CargarOperador();
     CargarNumeroTicket();
-    ClientePrograma_ = LeeClientePrograma();
+    ClientePrograma_ = LeeConfiguracion(LecturaConfiguracion::SoloEtiqueta).ClientePrograma;
 }
 
 // ---- The context ---------------------------------------------------------------

@@ -151,17 +151,9 @@ void DocumentWindow::Form_Load() {
 }
 
 QString DocumentWindow::LeerConfiguracion() {
-    vb::ResumeNext r;
-    std::optional<vb::InputFile> fichero;
-    QString nombreTienda;
-    r([&] { fichero = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini")); });
-    r([&] {
-        if (!fichero) vb::Raise(52, QStringLiteral("Nombre o número de archivo incorrecto"));
-        ClientePrograma = fichero->next();
-        nombreTienda = fichero->next();
-    });
-    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
-    return nombreTienda;
+    const Configuracion config = LeeConfiguracion(LecturaConfiguracion::ConTrampa);
+    ClientePrograma = config.ClientePrograma;
+    return config.nombreTienda;
 }
 
 // ---- The customer -----------------------------------------------------------------
@@ -222,7 +214,7 @@ void DocumentWindow::EntrarEnModo(bool frame2, bool frame8Apagado) {
 }
 
 void DocumentWindow::Commandnuevo_Click() {
-    ModoVentana = QStringLiteral("N");
+    ModoVentana = Modo::Nuevo;
     EntrarEnModo(true, false);
     borrarfacturas();
     Listas->Lista_Click(QStringLiteral("CODIGO"));
@@ -275,19 +267,19 @@ bool DocumentWindow::MostrarPrimerDocumento(QWidget* foco) {
 }
 
 void DocumentWindow::Commandmodificar_Click() {
-    ModoVentana = QStringLiteral("M");
+    ModoVentana = Modo::Modificar;
     EntrarEnModo(false, false);
     MostrarPrimerDocumento(ui->Comboejerciciofactura);
 }
 
 void DocumentWindow::Commandborrar_Click() {
-    ModoVentana = QStringLiteral("B");
+    ModoVentana = Modo::Borrar;
     EntrarEnModo(textos_.frame2EnBorrar, true);
     MostrarPrimerDocumento(ui->Comboejerciciofactura);
 }
 
 void DocumentWindow::Commandconsultar_Click() {
-    ModoVentana = QStringLiteral("O");
+    ModoVentana = Modo::Consultar;
     EntrarEnModo(false, true);
     if (!MostrarPrimerDocumento(ui->Combonumerofactura)) Commandcancelar_Click();
 }
@@ -307,8 +299,8 @@ void DocumentWindow::Commandcancelar_Click() {
     Borrar();
     Botones();
     BotonesPropios();
-    if (ModoVentana == QLatin1String("N")) vb::SetEnabled(ui->Combonumerofactura, true);
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) vb::SetEnabled(Lineas_->Frame8, true);
+    if (ModoVentana == Modo::Nuevo) vb::SetEnabled(ui->Combonumerofactura, true);
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) vb::SetEnabled(Lineas_->Frame8, true);
     CancelarPropio();
     const int cliente = ui->Combonif->ListIndex();
     ui->Combonif->SetListIndex(-1);
@@ -371,7 +363,7 @@ void DocumentWindow::CargarDatos() {
 
     ui->Combonumerofactura->Clear();
     auto serie = BaseDatos->OpenRecordset(SentenciaCargarDatos(textos_.serie, TiendaSerie(), ano));
-    if (ModoVentana == QLatin1String("N")) {
+    if (ModoVentana == Modo::Nuevo) {
         ProponerNumero();
     } else if (serie->Eof()) {
         vb::MsgBox(textos_.sinSerie);
@@ -392,7 +384,7 @@ void DocumentWindow::CargarDatos() {
 
     ui->Textfechafactura->setText(Format(vb::Date(), kHoy));
     LlenarFormasDePago();
-    if (ModoVentana == QLatin1String("N")) vb::SetEnabled(ui->Combonumerofactura, false);
+    if (ModoVentana == Modo::Nuevo) vb::SetEnabled(ui->Combonumerofactura, false);
 }
 
 // The numbers of the chosen year for the customer, the first chosen.
@@ -413,10 +405,10 @@ bool DocumentWindow::LlenarNumeros(const QString& orden) {
 void DocumentWindow::Comboejerciciofactura_Click() {
     if (ui->Comboejerciciofactura->Text().isEmpty()) return;
     if (!LlenarNumeros("ORDER BY " + Columna("numero", "cabecera")) &&
-        (textos_.avisoSinNumerosEnNuevo || ModoVentana != QLatin1String("N")))
+        (textos_.avisoSinNumerosEnNuevo || ModoVentana != Modo::Nuevo))
         vb::MsgBox(textos_.clienteSinNumeros);
     LimpiarAlElegir();
-    if (ModoVentana != QLatin1String("N")) CargarLineas(false);
+    if (ModoVentana != Modo::Nuevo) CargarLineas(false);
 }
 
 // Only digits and Backspace can be typed into the year; Enter moves on.
@@ -432,7 +424,7 @@ void DocumentWindow::DocumentoMostrado() {}
 // The header and the detail of a document are read by year and number alone,
 // with neither store nor series.
 void DocumentWindow::Combonumerofactura_Click() {
-    if (ModoVentana == QLatin1String("N")) return;
+    if (ModoVentana == Modo::Nuevo) return;
     OcultarCalendario();
     LimpiarAlElegir();
     auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE " +
@@ -614,7 +606,7 @@ void DocumentWindow::Commandaceptar_Click() {
     const bool buscar = false; // the save's lookup flag: no step of these windows sets it
     vb::SaveReportTrap trap(textos_.ficheroErrores, vb::SaveReportLayout::Document, [&] {
         return vb::SaveReportState{
-            ModoVentana,
+            Letra(ModoVentana),
             textos_.registroErrores({.ejercicio = ui->Comboejerciciofactura->Text(),
                                      .numero = ui->Combonumerofactura->Text(),
                                      .nif = ui->Textnif->text(),
@@ -627,7 +619,7 @@ void DocumentWindow::Commandaceptar_Click() {
     });
     const Paso paso = [&](const std::function<void()>& s) { return trap(s); };
 
-    if (ModoVentana == QLatin1String("N")) {
+    if (ModoVentana == Modo::Nuevo) {
         if (Lineas_->Gridfacturas->Rows() == 1) {
             paso([&] { Commandcancelar_Click(); });
             return;
@@ -642,7 +634,7 @@ void DocumentWindow::Commandaceptar_Click() {
         GuardarDocumento(textos_.estadoNuevo, paso, F);
         paso([&] { Commandnuevo_Click(); });
         paso([&] { vb::SetFocus(ui->Comboejerciciofactura); });
-    } else if (ModoVentana == QLatin1String("B")) {
+    } else if (ModoVentana == Modo::Borrar) {
         const int respuesta = vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el registro?"),
                                          vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2, QStringLiteral("Advertencia"));
         if (respuesta == vb::vbYes) {
@@ -651,9 +643,9 @@ void DocumentWindow::Commandaceptar_Click() {
         } else {
             paso([&] { Commandcancelar_Click(); });
         }
-    } else if (ModoVentana == QLatin1String("O")) {
+    } else if (ModoVentana == Modo::Consultar) {
         paso([&] { Commandcancelar_Click(); });
-    } else if (ModoVentana == QLatin1String("M")) {
+    } else if (ModoVentana == Modo::Modificar) {
         const int respuesta = vb::MsgBox(textos_.preguntaModificar, vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2,
                                          QStringLiteral("Advertencia"));
         if (respuesta == vb::vbYes) {

@@ -5,7 +5,7 @@
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/vb.h"
 #include "sales/receipts.h"
 #include "ui_document_window.h"
@@ -91,7 +91,7 @@ void FormAlbaranVenta::BuscarTienda(const QString& nombreTienda) {
 //   "O"   on        on
 //   "B"   off       off
 void FormAlbaranVenta::BotonesDelModo() {
-    const bool imprime = ModoVentana != QLatin1String("B");
+    const bool imprime = ModoVentana != Modo::Borrar;
     vb::SetEnabled(propio->CommandImprimir, imprime);
     vb::SetEnabled(propio->CommandEnviar, false);
     vb::SetEnabled(propio->ComboProforma, imprime);
@@ -105,7 +105,7 @@ void FormAlbaranVenta::BotonesPropios() {
 
 void FormAlbaranVenta::CancelarPropio() {
     vb::SetEnabled(propio->CommandEnviar, false);
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) {
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) {
         vb::SetEnabled(propio->CommandImprimir, false);
         vb::SetEnabled(propio->CommandEnviar, false);
         vb::SetEnabled(propio->ComboProforma, false);
@@ -118,7 +118,7 @@ void FormAlbaranVenta::BorrarPropio() { propio->LabelEstado->setText(QString());
 // note holds "0", which no branch names: the label stays as it was.
 void FormAlbaranVenta::CabeceraLeida(Recordset& rs) {
     const QString estado = rs.Fields(QStringLiteral("estado_cabecera_albaran_venta")).str();
-    const bool cambia = ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("M");
+    const bool cambia = ModoVentana == Modo::Borrar || ModoVentana == Modo::Modificar;
     if (estado == QLatin1String("P")) {
         propio->LabelEstado->setText(QStringLiteral("PENDIENTE"));
     } else if (estado == QLatin1String("E")) {

@@ -3,7 +3,7 @@
 #include "core/record_store.h"
 #include "runtime/clock.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/printer.h"
 #include "sales/receipts.h"
 #include "runtime/vb.h"
@@ -86,11 +86,11 @@ void FormFacturaVenta::CargarPropio() {
 // The print buttons and the account tick of each mode: on in "N", "M" and "O"
 // (the import too in "N", for ORTA); "B" leaves them as they are.
 void FormFacturaVenta::BotonesDelModo() {
-    if (ModoVentana == QLatin1String("B")) return;
+    if (ModoVentana == Modo::Borrar) return;
     for (QWidget* w : {static_cast<QWidget*>(propio->Commandfactura), static_cast<QWidget*>(propio->Commandrecibos),
                        static_cast<QWidget*>(propio->CheckCuenta)})
         vb::SetEnabled(w, true);
-    if (ModoVentana == QLatin1String("N") && EsOrta()) vb::SetEnabled(propio->CommandImportar, true);
+    if (ModoVentana == Modo::Nuevo && EsOrta()) vb::SetEnabled(propio->CommandImportar, true);
 }
 
 // Botones flips the print buttons and the tick, and the import only for ORTA.
@@ -103,7 +103,7 @@ void FormFacturaVenta::BotonesPropios() {
 }
 
 void FormFacturaVenta::CancelarPropio() {
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) {
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) {
         vb::SetEnabled(propio->Commandfactura, false);
         vb::SetEnabled(propio->Commandrecibos, false);
         vb::SetEnabled(propio->CheckCuenta, false);

@@ -1,7 +1,7 @@
 // The statements that store a document, written into a real database and read
 // back column by column: the store's column list checks the count and order.
 #include "core/store_fixture.h"
-#include "runtime/qstring_printer.h"
+#include "support/print_to.h"
 #include "sales/document_statements.h"
 #include "support/positional_insert.h"
 

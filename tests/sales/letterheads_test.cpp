@@ -2,7 +2,7 @@
 // each installation, as they come out of the printer: font, size, colour, text.
 #include "print_fixture.h"
 #include "runtime/vb.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 namespace vel::testing {
 namespace {

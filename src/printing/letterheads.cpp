@@ -1,4 +1,4 @@
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 #include "runtime/clock.h"
 #include "runtime/vb.h"
 
