@@ -110,12 +110,10 @@ void DocumentWindow::PonerControlesPropios(QWidget* piezas, const QList<QWidget*
 
 }
 
-QString DocumentWindow::Tabla(const char* parte) const {
-    return QString::fromLatin1(parte) + "_" + textos_.palabra + "_venta";
-}
+QString DocumentWindow::Tabla(const char* parte) const { return TablaDocumento(textos_.palabra, parte); }
 
 QString DocumentWindow::Columna(const char* campo, const char* parte) const {
-    return QString::fromLatin1(campo) + "_" + Tabla(parte);
+    return ColumnaDocumento(textos_.palabra, campo, parte);
 }
 
 // ---- Loading ----------------------------------------------------------------------
@@ -427,10 +425,9 @@ void DocumentWindow::Combonumerofactura_Click() {
     if (ModoVentana == Modo::Nuevo) return;
     OcultarCalendario();
     LimpiarAlElegir();
-    auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE " +
-                                       Columna("ejercicio", "cabecera") + " = " + ui->Comboejerciciofactura->Text() +
-                                       " AND " + Columna("numero", "cabecera") + " = " +
-                                       Format(ui->Combonumerofactura->Text(), QStringLiteral("00000")));
+    auto rs = BaseDatos->OpenRecordset(SentenciaPorEjercicioYNumero(
+        textos_.palabra, "cabecera", QStringLiteral("*"), ui->Comboejerciciofactura->Text(),
+        Format(ui->Combonumerofactura->Text(), QStringLiteral("00000"))));
     CabeceraLeida(*rs);
     ui->Textfechafactura->setText(rs->Fields(Columna("fecha", "cabecera")).str());
     ui->Comboformapagofactura->Clear();
@@ -444,10 +441,9 @@ void DocumentWindow::Combonumerofactura_Click() {
 
 // Every stored line through the line fields, in the stored order.
 void DocumentWindow::CargarLineas(bool desdeNumero) {
-    auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("detalle") + " WHERE " +
-                                       Columna("ejercicio", "detalle") + " = " + ui->Comboejerciciofactura->Text() +
-                                       " AND " + Columna("numero", "detalle") + " = " +
-                                       Format(ui->Combonumerofactura->Text(), QStringLiteral("00000")));
+    auto rs = BaseDatos->OpenRecordset(SentenciaPorEjercicioYNumero(
+        textos_.palabra, "detalle", QStringLiteral("*"), ui->Comboejerciciofactura->Text(),
+        Format(ui->Combonumerofactura->Text(), QStringLiteral("00000"))));
     const auto texto = [&](const char* campo) {
         const QString columna = Columna(campo, "detalle");
         return textos_.nuloComoVacio ? TextoCampo(*rs, columna) : rs->Fields(columna).str();
@@ -467,10 +463,10 @@ void DocumentWindow::CargarLineas(bool desdeNumero) {
 // The owner of the number shown, after a search of everybody's documents.
 void DocumentWindow::Label55_DblClick() {
     const QString nif = Columna("nif", "cabecera");
-    auto rs = BaseDatos->OpenRecordset("SELECT " + nif + " FROM " + Tabla("cabecera") + " WHERE " +
-                                       Columna("ejercicio", "cabecera") + " = " + ui->Comboejerciciofactura->Text() +
-                                       " AND " + Columna("numero", "cabecera") + " = " +
-                                       ui->Combonumerofactura->Text() + " ");
+    auto rs = BaseDatos->OpenRecordset(SentenciaPorEjercicioYNumero(textos_.palabra, "cabecera", nif,
+                                                                    ui->Comboejerciciofactura->Text(),
+                                                                    ui->Combonumerofactura->Text()) +
+                                       " ");
     if (rs->Eof()) {
         vb::MsgBox(textos_.sinCliente);
         return;

@@ -143,12 +143,9 @@ QString FormAlbaranVenta::TiendaDocumentoGuardado() const { return TiendaDocumen
 QString FormAlbaranVenta::EstadoModificado(const Paso& paso) {
     QString estado;
     paso([&] {
-        auto rs = BaseDatos->OpenRecordset(
-            "SELECT estado_cabecera_albaran_venta FROM cabecera_albaran_venta WHERE tienda_cabecera_albaran_venta = " +
-            Format(Val(TiendaDocumento), QStringLiteral("00")) +
-            " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " +
-            ui->Comboejerciciofactura->Text() + " AND numero_cabecera_albaran_venta = " +
-            CStr(Val(ui->Combonumerofactura->Text())));
+        auto rs = BaseDatos->OpenRecordset(SentenciaEstadoAlbaran(Format(Val(TiendaDocumento), QStringLiteral("00")),
+                                                                  ui->Comboejerciciofactura->Text(),
+                                                                  CStr(Val(ui->Combonumerofactura->Text()))));
         estado = rs->Fields(QStringLiteral("estado_cabecera_albaran_venta")).str();
     });
     return estado;
@@ -156,16 +153,8 @@ QString FormAlbaranVenta::EstadoModificado(const Paso& paso) {
 
 // The note of the store and series 'AV' with the year and number shown.
 QStringList FormAlbaranVenta::SentenciasBorrado() const {
-    const QString tienda = Format(Val(TiendaDocumento), QStringLiteral("00"));
-    const QString ano = ui->Comboejerciciofactura->Text();
-    const QString numero = CStr(Val(ui->Combonumerofactura->Text()));
-    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = '" + ui->Combonif->Text() +
-                "' AND tienda_cabecera_albaran_venta = " + tienda +
-                " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " + ano +
-                " AND numero_cabecera_albaran_venta = " + numero,
-            "DELETE FROM detalle_albaran_venta WHERE tienda_detalle_albaran_venta = " + tienda +
-                " AND serie_detalle_albaran_venta = 'AV' AND ejercicio_detalle_albaran_venta = " + ano +
-                " AND numero_detalle_albaran_venta = " + numero};
+    return SentenciasBorradoAlbaran(ui->Combonif->Text(), Format(Val(TiendaDocumento), QStringLiteral("00")),
+                                    ui->Comboejerciciofactura->Text(), CStr(Val(ui->Combonumerofactura->Text())));
 }
 
 // ---- Printing --------------------------------------------------------------------------------------

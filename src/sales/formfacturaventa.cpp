@@ -179,12 +179,8 @@ QString FormFacturaVenta::EstadoModificado(const Paso&) { return QStringLiteral(
 
 // By fiscal year and number alone: neither store nor series.
 QStringList FormFacturaVenta::SentenciasBorrado() const {
-    const QString ano = ui->Comboejerciciofactura->Text();
-    const QString numero = CStr(Val(ui->Combonumerofactura->Text()));
-    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = '" + ui->Combonif->Text() +
-                "' AND ejercicio_cabecera_factura_venta = " + ano + " AND numero_cabecera_factura_venta = " + numero,
-            "DELETE FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = " + ano +
-                " AND numero_detalle_factura_venta = " + numero};
+    return SentenciasBorradoFactura(ui->Combonif->Text(), ui->Comboejerciciofactura->Text(),
+                                    CStr(Val(ui->Combonumerofactura->Text())));
 }
 
 // ---- Printing -----------------------------------------------------------------------------
