@@ -542,51 +542,19 @@ void DocumentWindow::Textfechafactura_LostFocus() {
 
 // ---- Saving ---------------------------------------------------------------------------------------
 
-ClaveDocumento DocumentWindow::Clave() const {
-    return {.tienda = TiendaDocumentoGuardado(), .ejercicio = ui->Comboejerciciofactura->Text(),
-            .numero = ui->Combonumerofactura->Text()};
-}
-
-DatosCabecera DocumentWindow::Cabecera(const QString& estado) const {
-    DatosCabecera d;
-    d.fecha = ui->Textfechafactura->text();
-    d.estado = estado;
-    d.nif = ui->Combonif->Text();
-    d.nombre = ui->Textnombre->text();
-    d.apellidos = ui->Textapellidos->text();
-    d.domicilio = ui->Textdomicilio->text();
-    d.poblacion = ui->Textpoblacion->text();
-    d.codigoPostal = ui->Textcodigopostal->text();
-    d.provincia = ui->Textprovincia->text();
-    d.nacionalidad = ui->Textnacionalidad->text();
-    d.formaPago = ui->Comboformapagofactura->Text();
-    d.recibos = NumeroRecibos;
-    d.banco = ui->Textbanco->text();
-    d.sucursal = ui->Textsucursal->text();
-    d.digitoControl = ui->Textdigitocontrol->text();
-    d.numeroCuenta = ui->Textnumerocuenta->text();
-    d.bruto = Lineas_->Labelbruto->text();
-    d.descuento = Lineas_->Labeldescuento->text();
-    d.iva = Lineas_->Textiva->text();
-    d.recargo = Lineas_->Textrecargo->text();
-    d.iban = ui->TextIban->text();
-    return d;
-}
-
 void DocumentWindow::AntesDeLasLineas(const Paso&) {}
 QString DocumentWindow::DescripcionLarga() const { return QString(); }
 
 // Every grid row from 1, then the header. F counts the rows as the save goes.
-void DocumentWindow::GuardarDocumento(const QString& estado, const Paso& paso, int& F) {
-    vb::FlexGrid* g = Lineas_->Gridfacturas;
-    for (F = 1; F <= g->Rows() - 1; ++F) {
-        const CeldasLinea celdas{.referencia = g->TextMatrix(F, 0), .descripcion = g->TextMatrix(F, 1),
-                                 .unidades = g->TextMatrix(F, 2), .precio = g->TextMatrix(F, 3),
-                                 .subtotal = g->TextMatrix(F, 4), .descuento = g->TextMatrix(F, 5),
-                                 .total = g->TextMatrix(F, 6)};
-        paso([&] { BaseDatos->Execute(SentenciaLinea(textos_.documento, Clave(), celdas, DescripcionLarga())); });
+void DocumentWindow::GuardarDocumento(const PantallaDocumento& p, const QString& estado, const Paso& paso, int& F) {
+    const int filas = int(p.lineas.size());
+    for (F = 1; F <= filas; ++F) {
+        const CeldasLinea& celdas = p.lineas[F - 1];
+        paso([&] { BaseDatos->Execute(SentenciaLinea(textos_.documento, p.clave, celdas, p.descripcionLarga)); });
     }
-    paso([&] { BaseDatos->Execute(SentenciaCabecera(textos_.documento, Clave(), Cabecera(estado))); });
+    DatosCabecera cabecera = p.cabecera;
+    cabecera.estado = estado;
+    paso([&] { BaseDatos->Execute(SentenciaCabecera(textos_.documento, p.clave, cabecera)); });
 }
 
 void DocumentWindow::BorrarDocumento(const Paso& paso) {
@@ -600,18 +568,12 @@ void DocumentWindow::Commandaceptar_Click() {
     OcultarCalendario();
     int F = 0;
     const bool buscar = false; // the save's lookup flag: no step of these windows sets it
+    // The document as it stands when Aceptar is pressed: what is stored and
+    // what the report tells.
+    const PantallaDocumento pantalla = Pantalla();
     vb::SaveReportTrap trap(textos_.ficheroErrores, vb::SaveReportLayout::Document, [&] {
-        return vb::SaveReportState{
-            Letra(ModoVentana),
-            textos_.registroErrores({.ejercicio = ui->Comboejerciciofactura->Text(),
-                                     .numero = ui->Combonumerofactura->Text(),
-                                     .nif = ui->Textnif->text(),
-                                     .codigo = ui->Textcodigo->text(),
-                                     .nombreFiscal = ui->Textnombrefiscal->text(),
-                                     .nombreComercial = ui->Textnombrecomercial->text(),
-                                     .apellidos = ui->Textapellidos->text(),
-                                     .nombre = ui->Textnombre->text()}),
-            QString::number(F), buscar ? QStringLiteral("Verdadero") : QStringLiteral("Falso")};
+        return vb::SaveReportState{Letra(ModoVentana), textos_.registroErrores(pantalla.informe), QString::number(F),
+                                   buscar ? QStringLiteral("Verdadero") : QStringLiteral("Falso")};
     });
     const Paso paso = [&](const std::function<void()>& s) { return trap(s); };
 
@@ -627,7 +589,7 @@ void DocumentWindow::Commandaceptar_Click() {
                             ui->Combonumerofactura->Text());
         });
         AntesDeLasLineas(paso);
-        GuardarDocumento(textos_.estadoNuevo, paso, F);
+        GuardarDocumento(pantalla, textos_.estadoNuevo, paso, F);
         paso([&] { Commandnuevo_Click(); });
         paso([&] { vb::SetFocus(ui->Comboejerciciofactura); });
     } else if (ModoVentana == Modo::Borrar) {
@@ -648,7 +610,7 @@ void DocumentWindow::Commandaceptar_Click() {
             // A modification is a delete and an insert of the whole document.
             const QString estado = EstadoModificado(paso);
             BorrarDocumento(paso);
-            GuardarDocumento(estado, paso, F);
+            GuardarDocumento(pantalla, estado, paso, F);
         }
         paso([&] { Commandmodificar_Click(); });
     }
@@ -656,8 +618,9 @@ void DocumentWindow::Commandaceptar_Click() {
 
 // ---- Printing -----------------------------------------------------------------------------
 
-print_layout::Documento DocumentWindow::Ventana() const {
-    print_layout::Documento d;
+PantallaDocumento DocumentWindow::Pantalla() const {
+    PantallaDocumento p;
+    print_layout::Documento& d = p.impreso;
     d.ClientePrograma = ClientePrograma;
     d.Combonombrecomercial = ui->Combonombrecomercial->Text();
     d.Combonombrefiscal = ui->Combonombrefiscal->Text();
@@ -680,9 +643,6 @@ print_layout::Documento DocumentWindow::Ventana() const {
     d.Textrecargo = Lineas_->Textrecargo->text();
     d.Labelimporterecargo = Lineas_->Labelimporterecargo->text();
     d.Labeltotalfactura = Lineas_->Labeltotalfactura->text();
-    vb::FlexGrid* grid = Lineas_->Gridfacturas;
-    d.Rows = grid->Rows();
-    d.TextMatrix = [grid](int row, int col) { return grid->TextMatrix(row, col); };
     d.Comborecibosfactura = ui->Comborecibosfactura->Text();
     d.Labelbanco = ui->Labelbanco->text();
     d.TextIban = ui->TextIban->text();
@@ -690,8 +650,60 @@ print_layout::Documento DocumentWindow::Ventana() const {
     d.Textsucursal = ui->Textsucursal->text();
     d.Textdigitocontrol = ui->Textdigitocontrol->text();
     d.Textnumerocuenta = ui->Textnumerocuenta->text();
-    return d;
+
+    // The grid, read once: the rows the statements store and the cells the
+    // layouts print (row 0 is the titles).
+    vb::FlexGrid* g = Lineas_->Gridfacturas;
+    const int filas = g->Rows();
+    auto celdas = std::make_shared<std::vector<std::array<QString, 7>>>(filas);
+    for (int f = 0; f < filas; ++f)
+        for (int c = 0; c < 7; ++c) (*celdas)[f][c] = g->TextMatrix(f, c);
+    d.Rows = filas;
+    d.TextMatrix = [celdas](int row, int col) { return celdas->at(row).at(col); };
+    for (int f = 1; f < filas; ++f) {
+        const auto& c = (*celdas)[f];
+        p.lineas.push_back({.referencia = c[0], .descripcion = c[1], .unidades = c[2], .precio = c[3],
+                            .subtotal = c[4], .descuento = c[5], .total = c[6]});
+    }
+    p.descripcionLarga = DescripcionLarga();
+
+    p.clave = {.tienda = TiendaDocumentoGuardado(), .ejercicio = d.Comboejerciciofactura,
+               .numero = d.Combonumerofactura};
+    DatosCabecera& h = p.cabecera;
+    h.fecha = d.Textfechafactura;
+    h.nif = d.Combonif;
+    h.nombre = ui->Textnombre->text();
+    h.apellidos = ui->Textapellidos->text();
+    h.domicilio = d.Textdomicilio;
+    h.poblacion = d.Textpoblacion;
+    h.codigoPostal = d.Textcodigopostal;
+    h.provincia = d.Textprovincia;
+    h.nacionalidad = ui->Textnacionalidad->text();
+    h.formaPago = ui->Comboformapagofactura->Text();
+    h.recibos = NumeroRecibos;
+    h.banco = d.Textbanco;
+    h.sucursal = d.Textsucursal;
+    h.digitoControl = d.Textdigitocontrol;
+    h.numeroCuenta = d.Textnumerocuenta;
+    h.bruto = d.Labelbruto;
+    h.descuento = d.Labeldescuento;
+    h.iva = d.Textiva;
+    h.recargo = d.Textrecargo;
+    h.iban = d.TextIban;
+
+    p.informe = {.ejercicio = d.Comboejerciciofactura,
+                 .numero = d.Combonumerofactura,
+                 .nif = ui->Textnif->text(),
+                 .codigo = ui->Textcodigo->text(),
+                 .nombreFiscal = ui->Textnombrefiscal->text(),
+                 .nombreComercial = ui->Textnombrecomercial->text(),
+                 .apellidos = h.apellidos,
+                 .nombre = h.nombre};
+    PantallaPropia(p);
+    return p;
 }
+
+void DocumentWindow::PantallaPropia(PantallaDocumento&) const {}
 
 // ---- Keys ---------------------------------------------------------------------------------------
 

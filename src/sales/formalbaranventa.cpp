@@ -163,6 +163,7 @@ QStringList FormAlbaranVenta::SentenciasBorrado() const {
 // each reading the window as it stands. A cancelled dialog, or no printer at
 // all, prints nothing and says nothing.
 void FormAlbaranVenta::CommandImprimir_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1,
                      .calendar = ui->Calendario,
                      .procedures = {[this] { cabeceraalbaran(); }, [this] { detallealbaran(); },
@@ -173,22 +174,23 @@ void FormAlbaranVenta::CommandImprimir_Click() {
 // date chosen in Comborecibosfactura. The mode buttons and Cancelar keep this
 // button disabled; its procedure prints whenever it is run.
 void FormAlbaranVenta::CommandEnviar_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .procedures = {[this] { recibo(); }}});
 }
 
-void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Ventana()); }
+void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Impresion.impreso); }
 
-void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Ventana(), contadores); }
+void FormAlbaranVenta::detallealbaran() {
+    print_layout::detallealbaran(vb::Printer(), Impresion.impreso, contadores);
+}
 
-void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Ventana()); }
+void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Impresion.impreso); }
 
-void FormAlbaranVenta::recibo() { receipts::ReciboAlbaran(vb::Printer(), Ventana()); }
+void FormAlbaranVenta::recibo() { receipts::ReciboAlbaran(vb::Printer(), Impresion.impreso); }
 
 // What is printed is what stands on the screen, the note's kind included.
-print_layout::Documento FormAlbaranVenta::Ventana() const {
-    print_layout::Documento d = DocumentWindow::Ventana();
-    d.ComboProforma = propio->ComboProforma->Text();
-    return d;
+void FormAlbaranVenta::PantallaPropia(PantallaDocumento& p) const {
+    p.impreso.ComboProforma = propio->ComboProforma->Text();
 }
 
 } // namespace vel

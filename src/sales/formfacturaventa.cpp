@@ -188,28 +188,30 @@ QStringList FormFacturaVenta::SentenciasBorrado() const {
 // The job bears the invoice's name: number, date as "yyyymmdd", " - " and the
 // customer's code (App.Title while it prints, put back afterwards).
 void FormFacturaVenta::Commandfactura_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1,
                      .calendar = ui->Calendario,
-                     .title = print_layout::NombreTrabajoFactura(Ventana()),
+                     .title = print_layout::NombreTrabajoFactura(Impresion.impreso),
                      .procedures = {[this] { cabecerafactura(); }, [this] { detallefactura(); },
                                     [this] { piefactura(); }}});
 }
 
 void FormFacturaVenta::Commandrecibos_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .title = std::nullopt,
                      .procedures = {[this] { recibo(); }}});
 }
 
-void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Ventana()); }
-void FormFacturaVenta::detallefactura() { print_layout::detallefactura(vb::Printer(), Ventana(), contadores); }
-void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Ventana()); }
-void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Ventana()); }
+void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Impresion.impreso); }
+void FormFacturaVenta::detallefactura() {
+    print_layout::detallefactura(vb::Printer(), Impresion.impreso, contadores);
+}
+void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Impresion.impreso); }
+void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Impresion.impreso); }
 
-print_layout::Documento FormFacturaVenta::Ventana() const {
-    print_layout::Documento d = DocumentWindow::Ventana();
-    d.TextDescripcionLarga = DescripcionLarga();
-    d.CheckCuenta = propio->CheckCuenta->isChecked() ? 1 : 0;
-    return d;
+void FormFacturaVenta::PantallaPropia(PantallaDocumento& p) const {
+    p.impreso.TextDescripcionLarga = p.descripcionLarga;
+    p.impreso.CheckCuenta = propio->CheckCuenta->isChecked() ? 1 : 0;
 }
 
 // ---- The long description -------------------------------------------------------------
