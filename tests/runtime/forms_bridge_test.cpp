@@ -381,16 +381,13 @@ TEST_F(FormsBridge, AnIndexPastTheEndInAnEventRaisedByCodeIsTrappedLikeAnyError)
 TEST_F(FormsBridge, AnErrorHeldForTheCodeWaitsWhileAMessageBoxIsOpen) {
     // An event that arrives while a box is open enters afresh: it neither
     // receives nor raises the error held for the code that opened the box.
-    struct EventDuringBox : RecordingBoxes {
-        std::function<void()> event;
-        int show(const QString& title, const QString& text, int style) override {
-            if (event) std::exchange(event, nullptr)();
-            return RecordingBoxes::show(title, text, style);
-        }
-    } boxWithEvent;
+    veltest::RecordedBoxes boxWithEvent;
     vb::SetMessageBoxService(&boxWithEvent);
     bool inner = false;
-    boxWithEvent.event = [&] { vb::RunEvent([&] { inner = true; }); };
+    std::function<void()> event = [&] { vb::RunEvent([&] { inner = true; }); };
+    boxWithEvent.whileShown = [&](const veltest::ShownBox&) {
+        if (event) std::exchange(event, nullptr)();
+    };
     QObject::connect(form->Text1, &QLineEdit::textChanged, form, [] {
         vb::RunEvent([] { vb::Raise(13, "No coinciden los tipos"); });
     });
