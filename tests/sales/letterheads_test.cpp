@@ -282,6 +282,10 @@ TEST_F(Letterheads, TheListingHeadsByTag) {
     EXPECT_EQ(letterheads::CabeceraListadoDe("LAPRESA")->lugar, "      LA PRESA");
     EXPECT_EQ(letterheads::CabeceraListadoDe("ORTA")->raya, "      __________");
     EXPECT_FALSE(letterheads::CabeceraListadoDe("orta"));
+    EXPECT_EQ(ferro->sangriaHoja, 45);
+    EXPECT_EQ(letterheads::CabeceraListadoDe("ORTA")->sangriaHoja, 47);
+    EXPECT_EQ(letterheads::CabeceraListadoSinMembrete().sangriaFecha, 57);
+    EXPECT_EQ(letterheads::CabeceraListadoSinMembrete().sangriaHoja, 64);
 }
 
 } // namespace

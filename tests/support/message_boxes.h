@@ -60,6 +60,12 @@ public:
 inline int YesToQuestions(const ShownBox& box) { return (box.style & 7) == vb::vbYesNo ? vb::vbYes : vb::vbOK; }
 // Yes to everything (the question's Yes is all that is read).
 inline int YesToAll(const ShownBox&) { return vb::vbYes; }
+// The question's default button: No when it is the second (vbDefaultButton2),
+// else Yes; OK to the rest.
+inline int DefaultButton(const ShownBox& box) {
+    if ((box.style & 7) == vb::vbYesNo) return (box.style & vb::vbDefaultButton2) ? vb::vbNo : vb::vbYes;
+    return vb::vbOK;
+}
 // No to everything.
 inline int NoToAll(const ShownBox&) { return vb::vbNo; }
 
