@@ -70,19 +70,6 @@ TEST_F(DeliveryNotePrint, TheTermIsAWordForFourLabelsAndTheWholeLabelElse) {
     EXPECT_EQ(TerminoPago("Días vencimientos"), "Días vencimientos");
 }
 
-TEST_F(DeliveryNotePrint, ALineIsMadeOfSevenFixedPieces) {
-    EXPECT_EQ(LineaAlbaran({"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"}),
-              "TORN001       TORNILLO 4X40                   2      1.50      3.00 10      2.70");
-    const auto p = print_layout::PiezasLineaAlbaran({"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"});
-    EXPECT_EQ(p[0].size(), 14);
-    EXPECT_EQ(p[1].size(), 27);
-    EXPECT_EQ(p[2].size(), 7);
-    EXPECT_EQ(p[3].size(), 10);
-    EXPECT_EQ(p[4].size(), 10);
-    EXPECT_EQ(p[5].size(), 3);
-    EXPECT_EQ(p[6].size(), 9);
-}
-
 // The delivery note prints the discount as it stands, 0 included.
 TEST_F(DeliveryNotePrint, ADiscountOfZeroPrintsTheFigure) {
     EXPECT_EQ(LineaAlbaran({"R", "D", "1", "1.00", "1.00", "0", "1.00"}).mid(68, 3), " 0 ");

@@ -22,6 +22,10 @@ struct Documento {
     std::function<QString(const Celdas&)> linea;
     // The page count of a grid of so many rows (an invoice with no long description).
     std::function<std::int16_t(long)> paginas;
+    // TORN001 / TORNILLO 4X40 / 2 at 1.50, 10 off: the seven pieces, the
+    // reference's the widest by the invoice's leading blank.
+    QString lineaNormal;
+    int anchoReferencia;
     // ROLLO / CABLE / 0.5 at 1234567.50: the unit amount runs into the subtotal's column.
     QString lineaImporteLargo;
     int ancho;
@@ -40,6 +44,8 @@ const Documento kAlbaran{
     .piezas = print_layout::PiezasLineaAlbaran,
     .linea = print_layout::LineaAlbaran,
     .paginas = print_layout::PaginasAlbaran,
+    .lineaNormal = "TORN001       TORNILLO 4X40                   2      1.50      3.00 10      2.70",
+    .anchoReferencia = 14,
     .lineaImporteLargo = "ROLLO         CABLE                         0.5 1234567.50617283.75  0 617283.75",
     .ancho = 80,
     .lineaSubtotalYTotalLargos = "ROLLO         CABLE                         200     12.50 1234567.50101111110.75",
@@ -55,6 +61,8 @@ const Documento kFactura{
     .piezas = print_layout::PiezasLineaFactura,
     .linea = print_layout::LineaFactura,
     .paginas = [](long rows) { return print_layout::PaginasFactura(rows, ""); },
+    .lineaNormal = " TORN001       TORNILLO 4X40                   2      1.50      3.00 10      2.70",
+    .anchoReferencia = 15,
     .lineaImporteLargo = " ROLLO         CABLE                         0.5 1234567.50617283.75    617283.75",
     .ancho = 81,
     .lineaSubtotalYTotalLargos = " ROLLO         CABLE                         200     12.50 1234567.50101111110.75",
@@ -63,6 +71,21 @@ const Documento kFactura{
 };
 
 class DocumentLine : public ::testing::TestWithParam<Documento> {};
+
+TEST_P(DocumentLine, ALineIsMadeOfSevenFixedPieces) {
+    const Documento& d = GetParam();
+    const Celdas cells = {"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"};
+    EXPECT_EQ(d.linea(cells), d.lineaNormal);
+    const auto p = d.piezas(cells);
+    EXPECT_EQ(p[0], d.lineaNormal.left(d.anchoReferencia));
+    EXPECT_EQ(p[0].size(), d.anchoReferencia);
+    EXPECT_EQ(p[1].size(), 27);
+    EXPECT_EQ(p[2].size(), 7);
+    EXPECT_EQ(p[3].size(), 10);
+    EXPECT_EQ(p[4].size(), 10);
+    EXPECT_EQ(p[5].size(), 3);
+    EXPECT_EQ(p[6].size(), 9);
+}
 
 TEST_P(DocumentLine, AUnitAmountOfTenCharactersShiftsTheUnitsPieceOneColumnShorter) {
     const Documento& d = GetParam();

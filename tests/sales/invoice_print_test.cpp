@@ -88,20 +88,6 @@ TEST_F(InvoicePrint, TheHeaderPrintsTheTermAsAWordOrTheWholeLabel) {
 
 // ---- The lines ------------------------------------------------------------------
 
-TEST_F(InvoicePrint, ALineHasABlankBeforeTheReferenceFifteenWide) {
-    EXPECT_EQ(LineaFactura({"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"}),
-              " TORN001       TORNILLO 4X40                   2      1.50      3.00 10      2.70");
-    const auto p = PiezasLineaFactura({"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"});
-    EXPECT_EQ(p[0], " TORN001       ");
-    EXPECT_EQ(p[0].size(), 15);
-    EXPECT_EQ(p[1].size(), 27);
-    EXPECT_EQ(p[2].size(), 7);
-    EXPECT_EQ(p[3].size(), 10);
-    EXPECT_EQ(p[4].size(), 10);
-    EXPECT_EQ(p[5].size(), 3);
-    EXPECT_EQ(p[6].size(), 9);
-}
-
 // The invoice leaves a discount of nothing blank; the delivery note prints its 0.
 TEST_F(InvoicePrint, ADiscountOfZeroPrintsThreeBlanks) {
     for (const char* zero : {"0", "0.00", "", "00"})
