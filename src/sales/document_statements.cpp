@@ -145,8 +145,8 @@ QString SentenciaEstadoAlbaran(const QString& tienda, const QString& ejercicio, 
 
 QStringList SentenciasBorradoAlbaran(const QString& nif, const QString& tienda, const QString& ejercicio,
                                      const QString& numero) {
-    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = '" + nif +
-                "' AND tienda_cabecera_albaran_venta = " + tienda +
+    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = " + sql::Comillas(nif) +
+                " AND tienda_cabecera_albaran_venta = " + tienda +
                 " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " + ejercicio +
                 " AND numero_cabecera_albaran_venta = " + numero,
             "DELETE FROM detalle_albaran_venta WHERE tienda_detalle_albaran_venta = " + tienda +
@@ -155,8 +155,8 @@ QStringList SentenciasBorradoAlbaran(const QString& nif, const QString& tienda, 
 }
 
 QStringList SentenciasBorradoFactura(const QString& nif, const QString& ejercicio, const QString& numero) {
-    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = '" + nif +
-                "' AND ejercicio_cabecera_factura_venta = " + ejercicio + " AND numero_cabecera_factura_venta = " +
+    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = " + sql::Comillas(nif) +
+                " AND ejercicio_cabecera_factura_venta = " + ejercicio + " AND numero_cabecera_factura_venta = " +
                 numero,
             "DELETE FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = " + ejercicio +
                 " AND numero_detalle_factura_venta = " + numero};

@@ -192,6 +192,8 @@ private:
     QString ClausulaCliente() const;
     bool LlenarNumeros(const QString& orden);
     void ProponerNumero();
+    void SeguirAlContador();
+    QString NumeroPropuesto; // the last number proposed, as shown
     void CargarLineas(bool desdeNumero);
     void GuardarDocumento(const PantallaDocumento& p, const QString& estado, const Paso& paso, int& F);
     void BorrarDocumento(const Paso& paso);

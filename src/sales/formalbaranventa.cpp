@@ -10,6 +10,7 @@
 #include "sales/receipts.h"
 #include "ui_document_window.h"
 #include "ui_formalbaranventa.h"
+#include "core/sql_values.h"
 
 namespace vel {
 
@@ -74,7 +75,7 @@ void FormAlbaranVenta::BuscarTienda(const QString& nombreTienda) {
     }
     vb::ResumeNext r;
     r([&] {
-        auto rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = '" + nombreTienda + "'");
+        auto rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = " + sql::Comillas(nombreTienda));
         if (!rs->Eof()) {
             TiendaDocumento = rs->Fields(QStringLiteral("codigo_tienda")).str();
         } else {

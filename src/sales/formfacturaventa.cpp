@@ -9,6 +9,7 @@
 #include "runtime/vb.h"
 #include "ui_document_window.h"
 #include "ui_formfacturaventa.h"
+#include "core/sql_values.h"
 
 #include <QPlainTextEdit>
 
