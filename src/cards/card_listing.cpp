@@ -9,7 +9,8 @@
 #include "runtime/errors.h"
 #include "runtime/line_list.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/letterheads.h"
+#include "printing/print_job.h"
 #include "runtime/printer.h"
 #include "runtime/sstab.h"
 #include "runtime/variant.h"
@@ -185,7 +186,7 @@ void ListadoFichas::Form_Load() {
     ui->Combonomcomcli->AddItems(comerciales);
     ui->Combonomfiscli->AddItems(fiscales);
 
-    ClientePrograma = LeeClientePrograma();
+    ClientePrograma = LeeConfiguracion(LecturaConfiguracion::SoloEtiqueta).ClientePrograma;
 
     vb::SetVisible(ui->BotonImprimirfcl, false);
     vb::SetVisible(ui->BotonCerrarfcl, false);
@@ -544,20 +545,8 @@ void ListadoFichas::ImprimeCabeceraPagina(vb::PrinterObject& printer, int pagina
     // The letterhead of the listings by installation: the title beside the
     // date of issue, its rule beside the sheet number, the place. A tag with
     // none keeps the date and sheet number where FERROBANDA has them.
-    struct Membrete {
-        QString titulo, raya, lugar;
-        int sangriaFecha, sangriaHoja;
-    };
-    std::optional<Membrete> m;
-    if (ClientePrograma == QLatin1String("FERROBANDA"))
-        m = Membrete{"Suministros Industriales", "     ______________", "        PORTELAS", 33, 45};
-    else if (ClientePrograma == QLatin1String("ULTRAMARINOS"))
-        m = Membrete{"  Panadería Bollería Os Vieiros", "      _______________", "      PORTELAS", 29, 45};
-    else if (ClientePrograma == QLatin1String("LAPRESA"))
-        m = Membrete{"      ESTABLECIMIENTOS", "   ______________", "      LA PRESA", 35, 47};
-    else if (ClientePrograma == QLatin1String("ORTA"))
-        m = Membrete{"      TECNOLOGIA", "      __________", "         ORTA", 35, 47};
-    const Membrete mm = m.value_or(Membrete{QString(), QString(), QString(), 57, 64});
+    const std::optional<letterheads::CabeceraListado> m = letterheads::CabeceraListadoDe(ClientePrograma);
+    const letterheads::CabeceraListado mm = m.value_or(letterheads::CabeceraListadoSinMembrete());
 
     printer.Print(mm.titulo + vb::Space(mm.sangriaFecha) + "Fecha de emisión: " +
                   vb::Format(vb::Date(), QStringLiteral("dd/mm/yyyy")));

@@ -353,7 +353,7 @@ void CardWindow::Comboejercicioapunte_Click() {
 
     // 6. The collected count; in the modes that pick an entry, no number yet.
     ui->Labeltotalcobrados->setText(CStr(cobrados));
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("M"))
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar || ModoVentana == Modo::Modificar)
         ui->Labelapunteapunte->setText(QString());
 }
 
@@ -399,23 +399,23 @@ void CardWindow::Texthaberapunte_LostFocus() { Textdebeapunte_LostFocus(); }
 
 // ---- Buttons ---------------------------------------------------------------------------------
 
-void CardWindow::EntrarEnModo(const QString& letra) {
-    ModoVentana = letra;
+void CardWindow::EntrarEnModo(Modo modo) {
+    ModoVentana = modo;
     vb::SetEnabled(ui->Frame2, false);
     vb::SetEnabled(ui->Frameficha, true);
     borrarapuntes();
     for (QPushButton* b : {ui->Commandnuevo, ui->Commandmodificar, ui->Commandconsultar, ui->Commandborrar})
         vb::SetEnabled(b, false);
     vb::SetEnabled(ui->Commandaceptar, true);
-    if (letra == QLatin1String("B") || letra == QLatin1String("O")) vb::SetEnabled(ui->Frameapunte, false);
+    if (modo == Modo::Borrar || modo == Modo::Consultar) vb::SetEnabled(ui->Frameapunte, false);
     CargarDatos();
     vb::SetFocus(ui->Comboejercicioapunte);
 }
 
-void CardWindow::Commandnuevo_Click() { EntrarEnModo(QStringLiteral("N")); }
-void CardWindow::Commandmodificar_Click() { EntrarEnModo(QStringLiteral("M")); }
-void CardWindow::Commandconsultar_Click() { EntrarEnModo(QStringLiteral("O")); }
-void CardWindow::Commandborrar_Click() { EntrarEnModo(QStringLiteral("B")); }
+void CardWindow::Commandnuevo_Click() { EntrarEnModo(Modo::Nuevo); }
+void CardWindow::Commandmodificar_Click() { EntrarEnModo(Modo::Modificar); }
+void CardWindow::Commandconsultar_Click() { EntrarEnModo(Modo::Consultar); }
+void CardWindow::Commandborrar_Click() { EntrarEnModo(Modo::Borrar); }
 
 void CardWindow::Commandcancelar_Click() {
     vb::SetVisible(ui->Calendario, false);
@@ -429,15 +429,15 @@ void CardWindow::Commandcancelar_Click() {
     borrarapuntes();
     Borrar();
     Botones();
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) vb::SetEnabled(ui->Frameapunte, true);
-    ModoVentana = QString();
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) vb::SetEnabled(ui->Frameapunte, true);
+    ModoVentana = Modo::Ninguno;
 }
 
 // ---- Aceptar -------------------------------------------------------------------------------------
 
 vb::SaveReportState CardWindow::EstadoInforme(int F, bool buscar) const {
     return vb::SaveReportState{
-        ModoVentana,
+        Letra(ModoVentana),
         vb::SupplierCardReportRecord({.ejercicio = Ejercicio(),
                                       .tienda = ui->Combotiendaapunte->Text(),
                                       .serie = ui->Comboserieapunte->Text(),
@@ -477,16 +477,16 @@ void CardWindow::Commandaceptar_Click() {
         transaccion.Confirmar();
         return;
     }
-    if (ModoVentana == QLatin1String("N")) GuardarNuevo(ejecutar);
-    else if (ModoVentana == QLatin1String("M")) GuardarModificado(ejecutar);
-    else if (ModoVentana == QLatin1String("B")) GuardarBorrado(ejecutar);
-    else if (ModoVentana == QLatin1String("O")) Commandcancelar_Click();
+    if (ModoVentana == Modo::Nuevo) GuardarNuevo(ejecutar);
+    else if (ModoVentana == Modo::Modificar) GuardarModificado(ejecutar);
+    else if (ModoVentana == Modo::Borrar) GuardarBorrado(ejecutar);
+    else if (ModoVentana == Modo::Consultar) Commandcancelar_Click();
     transaccion.Confirmar();
 }
 
 // A date changed on the calendar is saved alone, after a question.
 bool CardWindow::FechaCambiada(const Ejecutar& ejecutar) {
-    const bool editando = ModoVentana == QLatin1String("N") || ModoVentana == QLatin1String("M");
+    const bool editando = ModoVentana == Modo::Nuevo || ModoVentana == Modo::Modificar;
     if (!editando || !vb::Visible(ui->Calendario) ||
         ui->Calendario->Value() == vb::CDate(Format(FechaPulsada, kFecha))) {
         vb::SetVisible(ui->Calendario, false);
@@ -501,7 +501,7 @@ bool CardWindow::FechaCambiada(const Ejecutar& ejecutar) {
                  DondeApunte(numero));
         ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("ultimo", "cabecera") + " = " + sql::Comillas(valor) +
                  DondeCabecera());
-        if (ModoVentana == QLatin1String("N")) Commandnuevo_Click();
+        if (ModoVentana == Modo::Nuevo) Commandnuevo_Click();
         else Commandmodificar_Click();
     }
     vb::SetVisible(ui->Calendario, false);
@@ -651,7 +651,7 @@ void CardWindow::Gridapuntes_Click() {
 void CardWindow::Gridapuntes_DblClick() {
     vb::FlexGrid* g = ui->Gridapuntes;
     if (g->Row() < 1) return;
-    const bool editando = ModoVentana == QLatin1String("N") || ModoVentana == QLatin1String("M");
+    const bool editando = ModoVentana == Modo::Nuevo || ModoVentana == Modo::Modificar;
     if (editando && g->Col() == 1) {
         // 292: Yes and No, question icon, No the default.
         if (vb::MsgBox(QStringLiteral("¿Desea marcar/desmarcar como cobrado el apunte?"),
@@ -689,7 +689,7 @@ void CardWindow::Marcar(const Ejecutar& ejecutar) {
     ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("ultimo", "cabecera") + " = " +
              sql::Comillas(ui->Labelultimamodificacion->text()) + ", " + Columna(m.columna, "cabecera") + " = " + m.total->text() +
              DondeCabecera());
-    if (ModoVentana == QLatin1String("N")) Commandnuevo_Click();
+    if (ModoVentana == Modo::Nuevo) Commandnuevo_Click();
     else Commandmodificar_Click();
 }
 
@@ -706,7 +706,7 @@ void CardWindow::Posicionar(vb::ComboBox* lista, const QString& texto) {
 // deleted until it is unmarked.
 void CardWindow::ElegirApunte() {
     vb::FlexGrid* g = ui->Gridapuntes;
-    if ((ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("M")) &&
+    if ((ModoVentana == Modo::Borrar || ModoVentana == Modo::Modificar) &&
         g->TextMatrix(g->Row(), 1) == QLatin1String("*")) {
         vb::MsgBox(QStringLiteral("No se puede eliminar/modificar un apunte que tenga la marca de cobrado"),
                    vb::vbOKOnly, QStringLiteral("Atención"));

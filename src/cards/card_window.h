@@ -139,7 +139,7 @@ private:
     Lado DeImporte(Importe i) const;
 
     // What Nuevo, Modificar, Consultar and Borrar share.
-    void EntrarEnModo(const QString& letra);
+    void EntrarEnModo(Modo modo);
     // " WHERE nif_cabecera_fichas_clientes = 'nif' AND ejercicio_cabecera_fichas_clientes = year"
     QString DondeCabecera() const;
     // " WHERE nif_detalle... = 'nif' AND ejercicio_detalle... = year AND numero_detalle... = number"

@@ -38,14 +38,14 @@ void CodeListWindow::SalirDelModo() {
 }
 
 void CodeListWindow::Commandnuevo_Click() {
-    ModoVentana = QStringLiteral("N");
+    ModoVentana = Modo::Nuevo;
     Texto();
     Botones();
     vb::SetFocus(Textcodigo);
 }
 
 void CodeListWindow::Commandmodificar_Click() {
-    ModoVentana = QStringLiteral("M");
+    ModoVentana = Modo::Modificar;
     Texto();
     BotonesDeModo();
     LlenarCombocodigo();
@@ -53,13 +53,13 @@ void CodeListWindow::Commandmodificar_Click() {
 
 // Consult and delete leave the fields disabled: no Texto here.
 void CodeListWindow::Commandconsultar_Click() {
-    ModoVentana = QStringLiteral("O");
+    ModoVentana = Modo::Consultar;
     BotonesDeModo();
     LlenarCombocodigo();
 }
 
 void CodeListWindow::Commandborrar_Click() {
-    ModoVentana = QStringLiteral("B");
+    ModoVentana = Modo::Borrar;
     BotonesDeModo();
     LlenarCombocodigo();
 }
@@ -87,7 +87,7 @@ void CodeListWindow::PrimeraEntradaOReposo() {
 }
 
 void CodeListWindow::Commandaceptar_Click() {
-    if (ModoVentana == QLatin1String("N")) {
+    if (ModoVentana == Modo::Nuevo) {
         if (Textcodigo->text() != QString() && Textnombre->text() != QString()) {
             BaseDatos->Execute(SentenciaInsertar());
             // The window stays in "N", ready for the next record.
@@ -98,7 +98,7 @@ void CodeListWindow::Commandaceptar_Click() {
                        QStringLiteral("Atención"));
             vb::SetFocus(Textcodigo);
         }
-    } else if (ModoVentana == QLatin1String("M")) {
+    } else if (ModoVentana == Modo::Modificar) {
         if (Textcodigo->text() != QString() && Textnombre->text() != QString()) {
             // The statement takes the code box as it stands, not the combo's
             // entry: an overtyped code updates another record, or none.
@@ -109,7 +109,7 @@ void CodeListWindow::Commandaceptar_Click() {
                        QStringLiteral("Atención"));
             vb::SetFocus(Textnombre);
         }
-    } else if (ModoVentana == QLatin1String("B")) {
+    } else if (ModoVentana == Modo::Borrar) {
         // 276 = Yes/No + critical icon + second button (No) default.
         if (vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el registro?"), 276,
                        QStringLiteral("Advertencia")) == vb::vbYes) {
@@ -120,14 +120,14 @@ void CodeListWindow::Commandaceptar_Click() {
             Botones();
             Commandborrar_Click();
         }
-    } else if (ModoVentana == QLatin1String("O")) {
+    } else if (ModoVentana == Modo::Consultar) {
         Commandcancelar_Click();
     }
 }
 
 void CodeListWindow::Textcodigo_LostFocus() {
     // The only guard against a duplicate key, and only as the focus leaves the box.
-    if (ModoVentana == QLatin1String("N") && Textcodigo->text() != QString()) {
+    if (ModoVentana == Modo::Nuevo && Textcodigo->text() != QString()) {
         auto Registro = BaseDatos->OpenRecordset(SentenciaBuscarCodigo(Textcodigo->text()));
         if (Registro->AbsolutePosition() != -1) {
             vb::MsgBox(QStringLiteral("Registro duplicado"), vb::vbOKOnly);

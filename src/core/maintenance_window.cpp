@@ -106,9 +106,20 @@ void MaintenanceWindow::Botones() {
 
 // ---- Idle, modes and Cancelar -------------------------------------------------
 
+QString Letra(Modo modo) {
+    switch (modo) {
+    case Modo::Ninguno: break;
+    case Modo::Nuevo: return QStringLiteral("N");
+    case Modo::Modificar: return QStringLiteral("M");
+    case Modo::Consultar: return QStringLiteral("O");
+    case Modo::Borrar: return QStringLiteral("B");
+    }
+    return QString();
+}
+
 void MaintenanceWindow::Form_Load() {
     Texto();
-    ModoVentana = QString();
+    ModoVentana = Modo::Ninguno;
 }
 
 bool MaintenanceWindow::EnModo() const {
@@ -121,13 +132,13 @@ void MaintenanceWindow::SalirDelModo() {
     Texto();
     Borrar();
     // Consult and delete never enabled the fields: flip them back off.
-    if (ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("O")) Texto();
+    if (ModoVentana == Modo::Borrar || ModoVentana == Modo::Consultar) Texto();
 }
 
 void MaintenanceWindow::Commandcancelar_Click() {
     if (EnModo()) {
         SalirDelModo();
-        ModoVentana = QString();
+        ModoVentana = Modo::Ninguno;
     } else {
         Unload();
     }

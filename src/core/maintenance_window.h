@@ -1,7 +1,7 @@
 // The maintenance window: what every window that edits a table through a row of
 // mode buttons shares (stores, payment terms, products, customers, documents).
 //
-// A mode letter ModoVentana, six buttons, and three procedures with fixed names:
+// A mode ModoVentana (Modo: idle, new, modify, consult, delete), six buttons, and three procedures with fixed names:
 //   Borrar   empties the controls the window lists for it;
 //   Texto    FLIPS the Enabled of the widgets the window lists for it: its
 //            field boxes (stores, customers) or its frames (products);
@@ -34,6 +34,11 @@
 #include <map>
 
 namespace vel {
+
+// The mode of a maintenance window. Its letter ("" idle, "N" new, "M" modify,
+// "O" consult, "B" delete) is what the save report and the transcripts show.
+enum class Modo { Ninguno, Nuevo, Modificar, Consultar, Borrar };
+QString Letra(Modo modo);
 
 // The six buttons of the pattern.
 struct BotonesMantenimiento {
@@ -85,8 +90,8 @@ class MaintenanceWindow : public vb::Form, protected BotonesMantenimiento {
 public:
     explicit MaintenanceWindow(QWidget* parent = nullptr);
 
-    // The window's mode: "" idle, "N" new, "M" modify, "O" consult, "B" delete.
-    QString ModoVentana;
+    // The window's mode; Letra(ModoVentana) is its letter where it is shown.
+    Modo ModoVentana = Modo::Ninguno;
 
     // ---- The pattern's procedures -------------------------------------------
     virtual void Borrar();

@@ -187,19 +187,10 @@ QAction* MDI::menuEntry(const QString& name) const { return findChild<QAction*>(
 // Start of the main window: the two session values from config.ini, under
 // On Error Resume Next from the open of the file to the end.
 void MDI::MDIForm_Load() {
-    const QString path = vb::AppPath() + QStringLiteral("/config.ini");
+    const Configuracion config = LeeConfiguracion(LecturaConfiguracion::ConTrampa);
+    ClientePrograma = config.ClientePrograma;
+    TiendaPrograma = config.nombreTienda;
     vb::ResumeNext r;
-    std::optional<vb::InputFile> file;
-    r([&] { file = vb::InputFile::open(path); });
-    r([&] {
-        if (!file) vb::Raise(52, QStringLiteral("Nombre o número de archivo incorrecto"));
-        // One Input # statement: the values are assigned as they are read, so a
-        // file with one value keeps it and fails on the second.
-        ClientePrograma = file->next();
-        TiendaPrograma = file->next();
-    });
-    r([&] { file.reset(); });
-    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
     if (TiendaPrograma.isEmpty()) {
         TiendaPrograma = kTiendaProgramaPorDefecto;
     } else {

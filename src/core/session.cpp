@@ -28,11 +28,24 @@ void Main() {
     mdi->show();
 }
 
-QString LeeClientePrograma() {
-    vb::InputFile config = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini"));
-    QString ClientePrograma = config.next();
-    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
-    return ClientePrograma;
+Configuracion LeeConfiguracion(LecturaConfiguracion lectura) {
+    const QString path = vb::AppPath() + QStringLiteral("/config.ini");
+    Configuracion c;
+    if (lectura == LecturaConfiguracion::SoloEtiqueta) {
+        vb::InputFile config = vb::InputFile::open(path);
+        c.ClientePrograma = config.next();
+    } else {
+        vb::ResumeNext r;
+        std::optional<vb::InputFile> fichero;
+        r([&] { fichero = vb::InputFile::open(path); });
+        r([&] {
+            if (!fichero) vb::Raise(52, QStringLiteral("Nombre o número de archivo incorrecto"));
+            c.ClientePrograma = fichero->next();
+            c.nombreTienda = fichero->next();
+        });
+    }
+    if (c.ClientePrograma.isEmpty()) c.ClientePrograma = kClienteProgramaPorDefecto;
+    return c;
 }
 
 void CloseSession() {

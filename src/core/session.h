@@ -18,11 +18,22 @@ void Main();
 // restart, and the real program's exit).
 void CloseSession();
 
-// The installation tag as the windows that read only it take it in their
-// Form_Load (products, invoices, the point of sale): the first value of
-// config.ini, an empty value meaning FERROBANDA. There is no trap around the
-// read: a missing config.ini is an untrapped error and ends the program.
-QString LeeClientePrograma();
+// config.ini, read in one place: its two values, the installation tag and the
+// name of the store, an empty tag meaning FERROBANDA.
+struct Configuracion {
+    QString ClientePrograma;
+    QString nombreTienda; // as written; empty when the file has no second value
+};
+// How a window reads it:
+//  - SoloEtiqueta: only the tag, with no trap around the read: a missing
+//    config.ini is an untrapped error and ends the program (the products
+//    window, the point of sale);
+//  - ConTrampa: both values under On Error Resume Next, as one Input #
+//    statement: the values are assigned as they are read, so a file with one
+//    value keeps it and a missing file leaves both empty (the main window, the
+//    delivery note and the invoice).
+enum class LecturaConfiguracion { SoloEtiqueta, ConTrampa };
+Configuracion LeeConfiguracion(LecturaConfiguracion lectura);
 
 // What the start says when the engine's check finds datos.mdb damaged. The
 // program starts all the same.

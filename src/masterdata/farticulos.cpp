@@ -20,11 +20,6 @@ namespace vel {
 
 namespace {
 
-const QString kN = QStringLiteral("N");
-const QString kM = QStringLiteral("M");
-const QString kO = QStringLiteral("O");
-const QString kB = QStringLiteral("B");
-
 // The questions of this window are the pattern's delete question: Yes and No,
 // critical icon, No by default, under the title "Advertencia".
 constexpr int kPregunta = vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2;
@@ -112,12 +107,10 @@ void Farticulos::Form_Load() {
     Borrar();
     // The three frames are built enabled: this Texto disables them.
     Texto();
-    ModoVentana = QString();
+    ModoVentana = Modo::Ninguno;
     // The tag, the first value of config.ini, read with no trap: without the
     // file the window's load fails and the program ends.
-    vb::InputFile config = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini"));
-    ClientePrograma = config.next();
-    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
+    ClientePrograma = LeeConfiguracion(LecturaConfiguracion::SoloEtiqueta).ClientePrograma;
     CargarProveedor();
 }
 
@@ -130,7 +123,7 @@ void Farticulos::LimpiarEstructura() {
 
 // Every mode turns on the same way; the frames are enabled in all four, since
 // a product is reached through the structure and the list in each of them.
-void Farticulos::EntrarEnModo(const QString& modo) {
+void Farticulos::EntrarEnModo(Modo modo) {
     ModoVentana = modo;
     LimpiarEstructura();
     Borrar();
@@ -138,24 +131,24 @@ void Farticulos::EntrarEnModo(const QString& modo) {
     Botones();
 }
 
-void Farticulos::Commandnuevo_Click() { EntrarEnModo(kN); }
+void Farticulos::Commandnuevo_Click() { EntrarEnModo(Modo::Nuevo); }
 
 void Farticulos::Commandmodificar_Click() {
-    EntrarEnModo(kM);
+    EntrarEnModo(Modo::Modificar);
     vb::SetEnabled(ui->CommandCambiar, true);
     vb::SetEnabled(ui->CommandCambiarTodo, true);
 }
 
-void Farticulos::Commandconsultar_Click() { EntrarEnModo(kO); }
+void Farticulos::Commandconsultar_Click() { EntrarEnModo(Modo::Consultar); }
 
-void Farticulos::Commandborrar_Click() { EntrarEnModo(kB); }
+void Farticulos::Commandborrar_Click() { EntrarEnModo(Modo::Borrar); }
 
 void Farticulos::SalirDelModo() {
     Botones();
     Texto();
     Borrar();
     LimpiarEstructura();
-    if (ModoVentana == kM) {
+    if (ModoVentana == Modo::Modificar) {
         vb::SetEnabled(ui->CommandCambiar, false);
         vb::SetEnabled(ui->CommandCambiarTodo, false);
     }
@@ -302,11 +295,11 @@ void Farticulos::CargarDatos() {
 }
 
 void Farticulos::ListArticulos_Click() {
-    if (ModoVentana != kN) BorrarReferencias();
+    if (ModoVentana != Modo::Nuevo) BorrarReferencias();
 }
 
 void Farticulos::ListArticulos_DblClick() {
-    if (ModoVentana != kN) {
+    if (ModoVentana != Modo::Nuevo) {
         ui->Textreferencia->setText(vb::Left(ui->ListArticulos->Text(), 13));
         Textreferencia_LostFocus();
     }
@@ -319,7 +312,7 @@ void Farticulos::Textreferencia_LostFocus() {
         "SELECT referencia_productos, descripcion_productos FROM productos WHERE referencia_productos = " +
         sql::Comillas(ui->Textreferencia->text()) + " ");
     const bool encontrado = Registro->AbsolutePosition() != -1;
-    if (ModoVentana == kN) {
+    if (ModoVentana == Modo::Nuevo) {
         if (encontrado) {
             vb::MsgBox(QStringLiteral("Ya existe un artículo con esa REFERENCIA:") + u'\n' +
                        TextoCampo(*Registro, QStringLiteral("referencia_productos")) + u' ' +
@@ -442,7 +435,7 @@ QString Farticulos::SentenciaModificar() const {
 }
 
 void Farticulos::Commandaceptar_Click() {
-    if (ModoVentana == kN) {
+    if (ModoVentana == Modo::Nuevo) {
         if (ui->Textreferencia->text() == QString()) {
             vb::MsgBox(QStringLiteral("El campo REFERENCIA no contiene ningun dato. Por favor, revíselo."));
             vb::SetFocus(ui->Textreferencia);
@@ -453,7 +446,7 @@ void Farticulos::Commandaceptar_Click() {
         Borrar();
         Comboarticulo_LostFocus();
         vb::SetFocus(ui->Textreferencia);
-    } else if (ModoVentana == kB) {
+    } else if (ModoVentana == Modo::Borrar) {
         if (ui->Textreferencia->text() == QString()) {
             Commandcancelar_Click();
             return;
@@ -464,9 +457,9 @@ void Farticulos::Commandaceptar_Click() {
             BorrarReferencias();
             CargarDatos();
         }
-    } else if (ModoVentana == kO) {
+    } else if (ModoVentana == Modo::Consultar) {
         Commandcancelar_Click();
-    } else if (ModoVentana == kM) {
+    } else if (ModoVentana == Modo::Modificar) {
         if (ui->Textreferencia->text() == QString()) {
             Commandcancelar_Click();
             return;

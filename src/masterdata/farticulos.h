@@ -108,7 +108,7 @@ protected:
 
 private:
     // The four mode buttons share their steps.
-    void EntrarEnModo(const QString& modo);
+    void EntrarEnModo(Modo modo);
     void LimpiarEstructura();
     // The catalogue tab works for three installations only.
     bool UsaCatalogo() const;

@@ -55,7 +55,7 @@ void Fformapago::Form_Load() {
     Texto();
     for (QLineEdit* caja : Textven) vb::SetEnabled(caja, false);
     vb::SetVisible(Combocodigo, false);
-    ModoVentana = QString();
+    ModoVentana = Modo::Ninguno;
 }
 
 // Consultar, Borrar and Modificar set the buttons one by one instead of flipping
@@ -76,9 +76,9 @@ void Fformapago::BotonesDeModo() {
 // Modificar's Texto is still a toggle: a change of order while modifying flips
 // the code, name and due-date boxes off (and a second change flips them on).
 void Fformapago::RepetirModo() {
-    if (ModoVentana == QLatin1String("O")) Commandconsultar_Click();
-    else if (ModoVentana == QLatin1String("B")) Commandborrar_Click();
-    else if (ModoVentana == QLatin1String("M")) Commandmodificar_Click();
+    if (ModoVentana == Modo::Consultar) Commandconsultar_Click();
+    else if (ModoVentana == Modo::Borrar) Commandborrar_Click();
+    else if (ModoVentana == Modo::Modificar) Commandmodificar_Click();
 }
 
 void Fformapago::OptionC_Click() { RepetirModo(); }
@@ -117,7 +117,7 @@ void Fformapago::Combocodigo_Click() {
     for (int i = 0; i < 12; ++i)
         Textven[i]->setText(vb::Format(Registro->Fields(ColumnaDias(i)).num(), QStringLiteral("#")));
     // While modifying, enable the day boxes of the term's due dates.
-    if (ModoVentana == QLatin1String("M")) Textvencimientos_LostFocus();
+    if (ModoVentana == Modo::Modificar) Textvencimientos_LostFocus();
 }
 
 void Fformapago::Textvencimientos_LostFocus() {

@@ -109,7 +109,7 @@ void PartnerWindow::Form_Load() {
 }
 
 void PartnerWindow::Commandnuevo_Click() {
-    ModoVentana = QStringLiteral("N");
+    ModoVentana = Modo::Nuevo;
     Borrar();
     Texto();
     Botones();
@@ -119,12 +119,12 @@ void PartnerWindow::Commandnuevo_Click() {
     vb::SetFocus(ui->Textnif);
 }
 
-void PartnerWindow::Commandconsultar_Click() { ModoDeBusqueda(QStringLiteral("O")); }
-void PartnerWindow::Commandborrar_Click() { ModoDeBusqueda(QStringLiteral("B")); }
-void PartnerWindow::Commandmodificar_Click() { ModoDeBusqueda(QStringLiteral("M")); }
+void PartnerWindow::Commandconsultar_Click() { ModoDeBusqueda(Modo::Consultar); }
+void PartnerWindow::Commandborrar_Click() { ModoDeBusqueda(Modo::Borrar); }
+void PartnerWindow::Commandmodificar_Click() { ModoDeBusqueda(Modo::Modificar); }
 
-void PartnerWindow::ModoDeBusqueda(const QString& letra) {
-    ModoVentana = letra;
+void PartnerWindow::ModoDeBusqueda(Modo modo) {
+    ModoVentana = modo;
     // The buttons are set one by one, not flipped: Borrar runs this again after
     // each delete.
     vb::SetEnabled(Commandnuevo, false);
@@ -133,9 +133,9 @@ void PartnerWindow::ModoDeBusqueda(const QString& letra) {
     vb::SetEnabled(Commandmodificar, false);
     vb::SetEnabled(Commandaceptar, true);
     // The notes can be scrolled while a record is looked at or deleted.
-    if (letra == QLatin1String("O") || letra == QLatin1String("B")) vb::SetEnabled(ui->Textobservaciones, true);
+    if (modo == Modo::Consultar || modo == Modo::Borrar) vb::SetEnabled(ui->Textobservaciones, true);
     Listas.SetVisible(true);
-    if (letra == QLatin1String("M")) {
+    if (modo == Modo::Modificar) {
         Borrar();
         Texto();
     }
@@ -178,7 +178,7 @@ void PartnerWindow::FechaDeAlta() {
 
 void PartnerWindow::Commandaceptar_Click() {
     const PartnerReader valor = [this](const QString& control) { return Valor(control); };
-    if (ModoVentana == QLatin1String("N")) {
+    if (ModoVentana == Modo::Nuevo) {
         if (ui->Textcodigo->text() != QString() && ui->Textnif->text() != QString()) {
             FechaDeAlta();
             BaseDatos->Execute(PartnerInsert(*D.tabla, valor));
@@ -191,7 +191,7 @@ void PartnerWindow::Commandaceptar_Click() {
             vb::MsgBox(QStringLiteral("Se necesita un Código y un Nombre"), vb::vbOKOnly, QStringLiteral("Atención"));
             vb::SetFocus(ui->Textcodigo);
         }
-    } else if (ModoVentana == QLatin1String("M")) {
+    } else if (ModoVentana == Modo::Modificar) {
         if (ui->Textcodigo->text() != QString() && ui->Textnif->text() != QString()) {
             FechaDeAlta();
             BaseDatos->Execute(PartnerUpdate(*D.tabla, valor));
@@ -209,7 +209,7 @@ void PartnerWindow::Commandaceptar_Click() {
         }
         // After a save the tariff list shows "1", whatever the record has.
         ui->Combotarifa->SetListIndex(0);
-    } else if (ModoVentana == QLatin1String("B")) {
+    } else if (ModoVentana == Modo::Borrar) {
         // 276: Yes and No, critical icon, No the default.
         if (vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el registro?"), 276,
                        QStringLiteral("Advertencia")) == vb::vbYes) {
@@ -217,7 +217,7 @@ void PartnerWindow::Commandaceptar_Click() {
             // Reloads the lists and stays in "B" on the first record.
             Commandborrar_Click();
         }
-    } else if (ModoVentana == QLatin1String("O")) {
+    } else if (ModoVentana == Modo::Consultar) {
         Commandcancelar_Click();
     }
 }
@@ -225,7 +225,7 @@ void PartnerWindow::Commandaceptar_Click() {
 // ---- Fields ---------------------------------------------------------------------------
 
 void PartnerWindow::NombreModificado(vb::ComboBox* lista, QLineEdit* caja) {
-    if (ModoVentana != QLatin1String("M")) return;
+    if (ModoVentana != Modo::Modificar) return;
     caja->setText(lista->Text());
     Listas.AddItem(lista, lista->Text());
 }
@@ -237,7 +237,7 @@ void PartnerWindow::Combonombrecomercial_LostFocus() {
 
 void PartnerWindow::Textobservaciones_GotFocus() {
     ui->Textobservaciones->selectAll();
-    if (ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("O")) vb::SendKeys(QStringLiteral("{tab}"));
+    if (ModoVentana == Modo::Borrar || ModoVentana == Modo::Consultar) vb::SendKeys(QStringLiteral("{tab}"));
 }
 
 void PartnerWindow::Textalta_LostFocus() {

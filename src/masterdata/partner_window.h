@@ -76,7 +76,7 @@ protected:
 private:
     // Consultar, Borrar and Modificar: the mode letter, the buttons set one by
     // one, the search lists filled and the first record shown.
-    void ModoDeBusqueda(const QString& letra);
+    void ModoDeBusqueda(Modo modo);
     // Names changed in modify mode, for either name list.
     void NombreModificado(vb::ComboBox* lista, QLineEdit* caja);
     // An empty registration date is today's when the record is saved.

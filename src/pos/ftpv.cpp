@@ -8,6 +8,7 @@
 #include "core/sql_values.h"
 #include "pos/ticket_item.h"
 #include "pos/ticket_print.h"
+#include "pos/ticket_statements.h"
 #include "pos/ticket_vat.h"
 #include "runtime/arithmetic.h"
 #include "runtime/beep.h"
@@ -18,7 +19,7 @@
 #include "runtime/msgbox.h"
 #include "runtime/printer.h"
 #include "runtime/vb.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 
 namespace vel {
@@ -87,7 +88,7 @@ void FTpv::Form_Load() {
     CargarAlmacen();
     CargarOperador();
     CargarNumeroTicket();
-    ClientePrograma_ = LeeClientePrograma();
+    ClientePrograma_ = LeeConfiguracion(LecturaConfiguracion::SoloEtiqueta).ClientePrograma;
 }
 
 // ---- The context ---------------------------------------------------------------
@@ -313,21 +314,42 @@ void FTpv::TextEntregado_KeyPress(int& KeyAscii) {
 // paper, not the sale.
 void FTpv::CommandCobrar_Click() {
     if (ui->ListTicket->ListCount() < 1) return;
+    ticket::Venta venta;
     {
-        Transaccion venta(*BaseDatos);
+        Transaccion guardado(*BaseDatos);
         CargarNumeroTicket();
         GuardarContador(*BaseDatos, Documento::Ticket, Tienda(), Ejercicio(), ui->ComboTicket->Text());
-        BaseDatos->Execute(SentenciaCabecera());
-        for (int i = 0; i < ui->ListTicket->ListCount(); ++i)
-            BaseDatos->Execute(SentenciaLinea(ui->ListTicket->List(i)));
+        venta = Venta();
+        BaseDatos->Execute(ticket::SentenciaCabecera(venta));
+        for (const QString& entrada : venta.ListTicket) BaseDatos->Execute(ticket::SentenciaLinea(venta, entrada));
     }
     vb::Printer().SetPaperKind(vb::Paper::Receipt);
     CabeceraTicket();
-    DetalleTicket();
-    PieTicket();
+    DetalleTicket(venta);
+    PieTicket(venta);
     Borrar();
     CargarNumeroTicket();
     vb::SetFocus(ui->Textreferencia);
+}
+
+// The sale as the window shows it, read once for its statements and its ticket.
+ticket::Venta FTpv::Venta() const {
+    ticket::Venta v;
+    v.tienda = Tienda();
+    v.ejercicio = Ejercicio();
+    v.numero = NumeroTicket();
+    v.ComboTienda = ui->ComboTienda->Text();
+    v.ComboTicket = ui->ComboTicket->Text();
+    v.ComboOperador = ui->ComboOperador->Text();
+    v.fecha = Format(vb::Date(), "dd/mm/yyyy");
+    v.hora = Format(vb::Time(), "hh:mm:ss");
+    v.Labeltotal = ui->Labeltotal->text();
+    v.TextDescuentoTotal = ui->TextDescuentoTotal->text();
+    v.LabelIva1Total = ui->LabelIva1Total->text();
+    v.LabelIva2Total = ui->LabelIva2Total->text();
+    v.LabelIva3Total = ui->LabelIva3Total->text();
+    for (int i = 0; i < ui->ListTicket->ListCount(); ++i) v.ListTicket << ui->ListTicket->List(i);
+    return v;
 }
 
 // ---- The printed ticket ------------------------------------------------------------
@@ -337,73 +359,13 @@ void FTpv::CommandCobrar_Click() {
 // ORTA or a tag the program doesn't know.
 void FTpv::CabeceraTicket() { letterheads::ImprimeMembreteTicket(vb::Printer(), ClientePrograma_); }
 
-// Two lines of a blank, then in "Courier New" 8 the date, time and operator,
-// the ticket's number, a blank line, the column titles and two lines for each
-// entry of the list: its description, then reference, units, unit price (ending
-// at column 32) and line total (ending at column 39).
-void FTpv::DetalleTicket() {
-    vb::PrinterObject& Printer = vb::Printer();
-    Printer.Print(" ");
-    Printer.Print(" ");
-    Printer.SetFontName("Courier New");
-    Printer.SetFontSize(8);
-    Printer.Print(ticket::LineaFecha(Format(vb::Date(), "dd/mm/yyyy"), Format(vb::Time(), "hh:mm:ss"),
-                                     ui->ComboOperador->Text()));
-    Printer.Print(ticket::LineaNumero(ui->ComboTienda->Text(), ui->ComboTicket->Text()));
-    Printer.Print(" ");
-    Printer.Print(ticket::LineaTitulos());
-    for (int i = 0; i < ui->ListTicket->ListCount(); ++i)
-        for (const QString& linea : ticket::LineasArticulo(ui->ListTicket->List(i))) Printer.Print(linea);
-}
+void FTpv::DetalleTicket(const ticket::Venta& venta) { ticket::ImprimeDetalle(vb::Printer(), venta); }
 
-// The total in "Courier New" 10, the two closing words centred in "Courier New"
-// 8, and the ticket goes out.
-void FTpv::PieTicket() {
-    vb::PrinterObject& Printer = vb::Printer();
-    Printer.Print(" ");
-    Printer.SetFontName("Courier New");
-    Printer.SetFontSize(10);
-    Printer.Print(ticket::LineaTotal(ui->Labeltotal->text()));
-    Printer.Print(" ");
-    Printer.SetFontName("Courier New");
-    Printer.SetFontSize(8);
-    Printer.Print(ticket::Centrado("-+ I.V.A. INCLUIDO +-"));
-    Printer.Print(ticket::Centrado("GRACIAS POR SU VISITA"));
-    Printer.EndDoc();
-}
+void FTpv::PieTicket(const ticket::Venta& venta) { ticket::ImprimePie(vb::Printer(), venta); }
 
-QString FTpv::SentenciaCabecera() const {
-    const QString operador = ui->ComboOperador->Text();
-    const double iva = Val(ui->LabelIva1Total->text()) + Val(ui->LabelIva2Total->text()) +
-                       Val(ui->LabelIva3Total->text());
-    return "INSERT INTO cabecera_diaria_ticket VALUES (" +
-           sql::Valores({sql::Comillas(Tienda()), "'TI'", Ejercicio(), NumeroTicket(), sql::Comillas(Left(operador, 2)),
-                         sql::Comillas(Mid(operador, 4)), sql::Comillas(Format(vb::Date(), "dd/mm/yyyy")),
-                         sql::Comillas(Format(vb::Time(), "hh:mm:ss")),
-                         sql::NumeroConMascara(ui->Labeltotal->text(), kMascaraImporte),
-                         sql::NumeroConMascara(ui->TextDescuentoTotal->text(), kMascaraImporte),
-                         Format(iva, kMascaraImporte), "0", "0", "1", "0"}) +
-           ")";
-}
+QString FTpv::SentenciaCabecera() const { return ticket::SentenciaCabecera(Venta()); }
 
-// A line is stored with seventeen values: the ticket's key, four empty texts,
-// the reference, three empty texts, the description, the unit price, the
-// units, the line total and the VAT percentage. The table has a column for each
-// of them in that order; the older listing of its columns with two and two
-// empty texts and no place for the percentage would leave every line unstored.
-// Units and percentage are read back through Val, so a text pasted into the
-// units box goes in as the number it begins with.
-QString FTpv::SentenciaLinea(const QString& entrada) const {
-    const double importe = Val(ticket::Importe(entrada));
-    return "INSERT INTO detalle_diaria_ticket VALUES (" +
-           sql::Valores({sql::Comillas(Tienda()), "'TI'", Ejercicio(), NumeroTicket(), "''", "''", "''", "''",
-                         sql::Comillas(ticket::Referencia(entrada)), "''", "''", "''",
-                         sql::Comillas(ticket::Descripcion(entrada)),
-                         Format(vb::Divide(importe, Val(ticket::Unidades(entrada))), kMascaraImporte),
-                         sql::Numero(ticket::Unidades(entrada)), Format(importe, kMascaraImporte),
-                         sql::Numero(ticket::Porcentaje(entrada))}) +
-           ")";
-}
+QString FTpv::SentenciaLinea(const QString& entrada) const { return ticket::SentenciaLinea(Venta(), entrada); }
 
 void FTpv::Borrar() {
     for (QLineEdit* caja : {ui->Textreferencia, ui->Textdescripcion, ui->TextUnidades, ui->TextImporte,

@@ -17,6 +17,7 @@
 // statement that fails ends the program with the runtime's message, leaving
 // what was already written (a counter moved, a header without its lines).
 #pragma once
+#include "pos/ticket_statements.h"
 #include "runtime/forms.h"
 #include <QString>
 #include <memory>
@@ -44,8 +45,8 @@ public:
     // current printer, on the receipt roll: the letterhead of the installation,
     // the date, number and lines, and the total with the closing words.
     void CabeceraTicket();
-    void DetalleTicket();
-    void PieTicket();
+    void DetalleTicket(const ticket::Venta& venta);
+    void PieTicket(const ticket::Venta& venta);
 
     void CommandAñadir_Click();
     void CommandCobrar_Click();
@@ -78,7 +79,10 @@ protected:
     QString Tienda() const;    // Val of the first two characters of ComboTienda
     QString Ejercicio() const; // the last four characters of today's date
     QString NumeroTicket() const; // Val of ComboTicket
-    // The statements of CommandCobrar: the header, and one line of the list.
+    // The sale as the window shows it, read once when it is charged.
+    ticket::Venta Venta() const;
+    // The statements of CommandCobrar on the window as it stands: the header,
+    // and one line of the list.
     QString SentenciaCabecera() const;
     QString SentenciaLinea(const QString& entrada) const;
 

@@ -42,4 +42,30 @@ QString Centrado(const QString& texto) {
     return Space(static_cast<int>(vb::Int((kAnchoTicket - Len(texto)) / 2.0))) + texto;
 }
 
+void ImprimeDetalle(vb::PrinterObject& Printer, const Venta& v) {
+    Printer.Print(" ");
+    Printer.Print(" ");
+    Printer.SetFontName("Courier New");
+    Printer.SetFontSize(8);
+    Printer.Print(LineaFecha(v.fecha, v.hora, v.ComboOperador));
+    Printer.Print(LineaNumero(v.ComboTienda, v.ComboTicket));
+    Printer.Print(" ");
+    Printer.Print(LineaTitulos());
+    for (const QString& entrada : v.ListTicket)
+        for (const QString& linea : LineasArticulo(entrada)) Printer.Print(linea);
+}
+
+void ImprimePie(vb::PrinterObject& Printer, const Venta& v) {
+    Printer.Print(" ");
+    Printer.SetFontName("Courier New");
+    Printer.SetFontSize(10);
+    Printer.Print(LineaTotal(v.Labeltotal));
+    Printer.Print(" ");
+    Printer.SetFontName("Courier New");
+    Printer.SetFontSize(8);
+    Printer.Print(Centrado("-+ I.V.A. INCLUIDO +-"));
+    Printer.Print(Centrado("GRACIAS POR SU VISITA"));
+    Printer.EndDoc();
+}
+
 } // namespace vel::ticket

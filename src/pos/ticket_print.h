@@ -11,6 +11,8 @@
 //     MARTILLO CARPINTERO 500G
 //     MAR500              2      12.50  25.00
 #pragma once
+#include "pos/ticket_statements.h"
+#include "runtime/printer.h"
 #include <QString>
 #include <QStringList>
 
@@ -39,5 +41,15 @@ QStringList LineasArticulo(const QString& entrada);
 QString LineaTotal(const QString& total);
 // Centred on the 40 columns: Int((40 - Len) / 2) blanks before the text.
 QString Centrado(const QString& texto);
+
+// ---- The procedures, on the sale as it was read when charged -----------------
+
+// Two lines of a blank, then in "Courier New" 8 the date, time and operator,
+// the ticket's number, a blank line, the column titles and two lines for each
+// entry of the list.
+void ImprimeDetalle(vb::PrinterObject& Printer, const Venta& v);
+// The total in "Courier New" 10, the two closing words centred in "Courier New"
+// 8, and the ticket goes out.
+void ImprimePie(vb::PrinterObject& Printer, const Venta& v);
 
 } // namespace vel::ticket

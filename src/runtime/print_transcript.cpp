@@ -124,10 +124,7 @@ QString PrintJobRecord::transcript() const {
 }
 
 PrintRecorder::PrintRecorder() {
-    // A4: 210 by 297 mm; 12-point borders.
-    const double k = 1440 / 25.4;
-    portrait.sheet = QSizeF(210 * k, 297 * k);
-    portrait.printable = QRectF(240, 240, portrait.sheet.width() - 480, portrait.sheet.height() - 480);
+    portrait = SheetGeometry();
 }
 
 PrintRecorder::~PrintRecorder() {

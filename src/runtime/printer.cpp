@@ -5,16 +5,13 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <map>
+#include <tuple>
 
 namespace vb {
 
 PrintEnvironment& RealPrintEnvironment(); // printer_devices.cpp
 
 namespace {
-constexpr double kTwipsPerPoint = 20;
-constexpr double kTwipsPerInch = 1440;
-constexpr double kTwipsPerMm = kTwipsPerInch / 25.4;
-
 // Twips per unit of each ScaleMode (3, pixels, as a 600 dpi printer's dots).
 double twipsPerUnit(int mode, bool vertical) {
     switch (mode) {
@@ -68,6 +65,25 @@ void InstallPrintFontSubstitutes() {
     (void)done;
 }
 
+const PrintFace& FaceOf(const PrintFont& pf) {
+    // Kept for the life of the program: the faces outlive every document.
+    static auto* faces = new std::map<std::tuple<QString, double, bool, bool>, PrintFace>;
+    const auto key = std::make_tuple(pf.name, pf.size, pf.bold, pf.italic);
+    const auto it = faces->find(key);
+    if (it != faces->end()) return it->second;
+    InstallPrintFontSubstitutes();
+    QFont f(PrintFontFamily(pf.name));
+    f.setPixelSize(std::max(1, qRound(pf.size * kTwipsPerPoint)));
+    f.setBold(pf.bold);
+    f.setItalic(pf.italic);
+    f.setHintingPreference(QFont::PreferNoHinting);
+    f.setKerning(false);
+    const QFontMetricsF m(f);
+    const double box = pf.size * kTwipsPerPoint;
+    const double baseline = m.height() > 0 ? box * m.ascent() / m.height() : box * 0.8;
+    return faces->emplace(key, PrintFace{f, baseline}).first->second;
+}
+
 // ---- The Printer ----------------------------------------------------------------
 
 PrinterObject::PrinterObject() { Reset(); }
@@ -93,10 +109,17 @@ void PrinterObject::Reset() {
     destination_ = PrintDestination();
 }
 
+namespace {
+PageGeometry withBorder(const QSizeF& sheet) {
+    const double borde = kBordePuntos * kTwipsPerPoint;
+    return PageGeometry{sheet, QRectF(borde, borde, sheet.width() - 2 * borde, sheet.height() - 2 * borde)};
+}
+} // namespace
+
+PageGeometry SheetGeometry() { return withBorder(QSizeF(kA4AnchoMm * kTwipsPerMm, kA4AltoMm * kTwipsPerMm)); }
+
 PageGeometry ReceiptGeometry() {
-    const double borde = 12 * kTwipsPerPoint;
-    const QSizeF rollo(80 * kTwipsPerMm, 297 * kTwipsPerMm);
-    return PageGeometry{rollo, QRectF(borde, borde, rollo.width() - 2 * borde, rollo.height() - 2 * borde)};
+    return withBorder(QSizeF(kRolloAnchoMm * kTwipsPerMm, kRolloAltoMm * kTwipsPerMm));
 }
 
 // The paper can't change under an open document: the job has its page.
@@ -160,16 +183,10 @@ double PrinterObject::TextHeight(const QString& text) const {
 }
 
 double PrinterObject::TextWidth(const QString& text) const {
-    InstallPrintFontSubstitutes();
     // Measured at one pixel per twip, so the advance is in twips.
-    QFont f(PrintFontFamily(font_.name));
-    f.setPixelSize(qRound(font_.size * kTwipsPerPoint));
-    f.setBold(font_.bold);
-    f.setItalic(font_.italic);
-    f.setHintingPreference(QFont::PreferNoHinting);
+    const QFontMetricsF m(FaceOf(font_).font);
     double widest = 0;
-    for (const QString& line : text.split(QLatin1Char('\n')))
-        widest = std::max(widest, QFontMetricsF(f).horizontalAdvance(line));
+    for (const QString& line : text.split(QLatin1Char('\n'))) widest = std::max(widest, m.horizontalAdvance(line));
     return widest / unitX();
 }
 

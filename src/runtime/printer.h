@@ -20,6 +20,7 @@
 // them to a CUPS printer or to a PDF file; tests install a recording one that
 // writes the print transcript (print_transcript.h).
 #pragma once
+#include <QFont>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -63,6 +64,23 @@ struct PageGeometry {
 // PDF files and the recording printer take the paper the document asks for.
 enum class Paper { Sheet, Receipt };
 
+// The units of a printed page and its papers, stated once. A point is 20
+// twips, an inch 1440.
+constexpr double kTwipsPerInch = 1440;
+constexpr double kTwipsPerPoint = 20;
+constexpr double kTwipsPerMm = kTwipsPerInch / 25.4;
+// The A4 sheet and the receipt roll, in millimetres, and the border of a
+// quarter of a sixth of an inch (12 points, 4.23 mm) most office printers
+// cannot print on, given to the PDF pages and to the recording printer's pages
+// so that a file looks as the paper would.
+constexpr double kA4AnchoMm = 210;
+constexpr double kA4AltoMm = 297;
+constexpr double kRolloAnchoMm = 80;
+constexpr double kRolloAltoMm = 297;
+constexpr double kBordePuntos = 12;
+
+// The A4 sheet upright with that border, in twips.
+PageGeometry SheetGeometry();
 // The receipt roll of PDF files and of the recording printer: 80 mm wide, cut
 // every 297 mm, with the same 12-point border as the sheets (a printable width
 // of 71.5 mm; 40 characters of "Courier New" 8 take 67.7 mm).
@@ -126,6 +144,16 @@ PrintEnvironment& CurrentPrintEnvironment();
 QString PrintFontFamily(const QString& name);
 // Registers those replacements with the toolkit, once.
 void InstallPrintFontSubstitutes();
+
+// The face a print font is drawn and measured with, built once for each font:
+// the family of PrintFontFamily at one pixel per twip (so that advances are in
+// twips), unhinted, without kerning. A line box is the font's size high; the
+// baseline divides it as the font's ascent and descent divide its own height.
+struct PrintFace {
+    QFont font;
+    double baseline; // twips from the top of the line box
+};
+const PrintFace& FaceOf(const PrintFont& font);
 
 class PrinterObject {
 public:

@@ -13,27 +13,21 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <functional>
 #include <map>
 
 namespace vb {
 
 namespace {
 
-constexpr double kTwipsPerPoint = 20;
-
-// A PDF page: A4 with the quarter-of-a-sixth-inch (4.23 mm) border most office
-// printers cannot print on, so that a file looks as the sheet would.
-constexpr double kPdfMarginPoints = 12;
-
 QPageLayout pdfLayout(int orientation, Paper paper) {
+    const QMarginsF borde(kBordePuntos, kBordePuntos, kBordePuntos, kBordePuntos);
     if (paper == Paper::Receipt)
-        return QPageLayout(QPageSize(QSizeF(80, 297), QPageSize::Millimeter, QStringLiteral("Rollo 80 mm")),
-                           QPageLayout::Portrait,
-                           QMarginsF(kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints),
-                           QPageLayout::Point);
-    return QPageLayout(QPageSize(QPageSize::A4),
-                       orientation == vbPRORLandscape ? QPageLayout::Landscape : QPageLayout::Portrait,
-                       QMarginsF(kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints, kPdfMarginPoints),
+        return QPageLayout(QPageSize(QSizeF(kRolloAnchoMm, kRolloAltoMm), QPageSize::Millimeter,
+                                     QStringLiteral("Rollo 80 mm")),
+                           QPageLayout::Portrait, borde, QPageLayout::Point);
+    return QPageLayout(QPageSize(QSizeF(kA4AnchoMm, kA4AltoMm), QPageSize::Millimeter),
+                       orientation == vbPRORLandscape ? QPageLayout::Landscape : QPageLayout::Portrait, borde,
                        QPageLayout::Point);
 }
 
@@ -41,7 +35,7 @@ PageGeometry geometryOf(const QPageLayout& layout) {
     // Millimetres are exact for the ISO sizes; points are rounded by QPageSize.
     const QRectF full = layout.fullRect(QPageLayout::Millimeter);
     const QRectF paint = layout.paintRect(QPageLayout::Millimeter);
-    const double k = 1440 / 25.4;
+    const double k = kTwipsPerMm;
     return PageGeometry{QSizeF(full.width() * k, full.height() * k),
                         QRectF(paint.left() * k, paint.top() * k, paint.width() * k, paint.height() * k)};
 }
@@ -51,77 +45,53 @@ QColor colorOf(long color) {
     return QColor(int(color & 0xFF), int((color >> 8) & 0xFF), int((color >> 16) & 0xFF));
 }
 
-// Draws on a paged device. The painter's unit is the twip.
-class PainterBackend : public PrinterBackend {
+// One painted document, on a PDF file or on a system printer: the device is
+// set up before, and drawn on with a painter whose unit is the twip.
+class PaintedDocument : public PrinterBackend {
 public:
-    PainterBackend(QPagedPaintDevice* device, double dotsPerInch) : device_(device) {
-        if (!painter_.begin(device)) Raise(482, QStringLiteral("Error de impresora"));
-        painter_.scale(dotsPerInch / 1440, dotsPerInch / 1440);
+    // onAbort: what the device does when the document is given up (a printer
+    // cancels its job), before the painter ends.
+    PaintedDocument(std::unique_ptr<QPagedPaintDevice> device, double dotsPerInch,
+                    std::function<void()> onAbort = {})
+        : device_(std::move(device)), onAbort_(std::move(onAbort)) {
+        if (!painter_.begin(device_.get())) Raise(482, QStringLiteral("Error de impresora"));
+        painter_.scale(dotsPerInch / kTwipsPerInch, dotsPerInch / kTwipsPerInch);
         painter_.setRenderHint(QPainter::TextAntialiasing);
     }
     void text(double x, double y, const QString& text, const PrintFont& font, long color) override {
-        const Face& f = face(font);
+        const PrintFace& f = FaceOf(font);
         painter_.setFont(f.font);
         painter_.setPen(colorOf(color));
         painter_.drawText(QPointF(x, y + f.baseline), text);
     }
     void line(double x1, double y1, double x2, double y2, long color) override {
-        painter_.setPen(QPen(colorOf(color), 10)); // half a point
+        painter_.setPen(QPen(colorOf(color), kTwipsPerPoint / 2)); // half a point
         painter_.drawLine(QPointF(x1, y1), QPointF(x2, y2));
     }
     void newPage(bool) override { device_->newPage(); }
     void endDoc() override { painter_.end(); }
-    void abort() override { painter_.end(); }
-
-private:
-    struct Face {
-        QFont font;
-        double baseline; // from the top of the line box
-    };
-    // The line box is the font's size high; the baseline divides it as the
-    // font's ascent and descent divide its own height.
-    const Face& face(const PrintFont& pf) {
-        auto key = std::make_tuple(pf.name, pf.size, pf.bold, pf.italic);
-        auto it = faces_.find(key);
-        if (it != faces_.end()) return it->second;
-        InstallPrintFontSubstitutes();
-        QFont f(PrintFontFamily(pf.name));
-        f.setPixelSize(std::max(1, qRound(pf.size * kTwipsPerPoint)));
-        f.setBold(pf.bold);
-        f.setItalic(pf.italic);
-        f.setHintingPreference(QFont::PreferNoHinting);
-        f.setKerning(false);
-        const QFontMetricsF m(f);
-        const double box = pf.size * kTwipsPerPoint;
-        const double baseline = m.height() > 0 ? box * m.ascent() / m.height() : box * 0.8;
-        return faces_.emplace(key, Face{f, baseline}).first->second;
+    void abort() override {
+        if (onAbort_) onAbort_();
+        painter_.end();
     }
 
-    QPagedPaintDevice* device_;
+private:
+    // Declared first, destroyed last: the painter ends before its device goes.
+    std::unique_ptr<QPagedPaintDevice> device_;
+    std::function<void()> onAbort_;
     QPainter painter_;
-    std::map<std::tuple<QString, double, bool, bool>, Face> faces_;
 };
 
-class PdfBackend : public PrinterBackend {
-public:
-    PdfBackend(const QString& file, const JobSettings& job) : writer_(file) {
-        QDir().mkpath(QFileInfo(file).absolutePath());
-        writer_.setResolution(1200);
-        writer_.setPageLayout(pdfLayout(job.orientation, job.paper));
-        writer_.setTitle(job.name);
-        writer_.setCreator(QStringLiteral("Velmarinda"));
-        painter_ = std::make_unique<PainterBackend>(&writer_, 1200);
-    }
-    void text(double x, double y, const QString& t, const PrintFont& f, long c) override { painter_->text(x, y, t, f, c); }
-    void line(double x1, double y1, double x2, double y2, long c) override { painter_->line(x1, y1, x2, y2, c); }
-    void newPage(bool a) override { painter_->newPage(a); }
-    void endDoc() override { painter_->endDoc(); }
-    void abort() override { painter_->abort(); }
-
-private:
-    QPdfWriter writer_;
-    std::unique_ptr<PainterBackend> painter_;
-};
+std::unique_ptr<PrinterBackend> openPdf(const QString& file, const JobSettings& job) {
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    constexpr int kPuntosPorPulgada = 1200;
+    auto writer = std::make_unique<QPdfWriter>(file);
+    writer->setResolution(kPuntosPorPulgada);
+    writer->setPageLayout(pdfLayout(job.orientation, job.paper));
+    writer->setTitle(job.name);
+    writer->setCreator(QStringLiteral("Velmarinda"));
+    return std::make_unique<PaintedDocument>(std::move(writer), kPuntosPorPulgada);
+}
 
 void setUp(QPrinter& printer, const QString& queue, int orientation) {
     printer.setPrinterName(queue);
@@ -129,30 +99,18 @@ void setUp(QPrinter& printer, const QString& queue, int orientation) {
     printer.setPageOrientation(orientation == vbPRORLandscape ? QPageLayout::Landscape : QPageLayout::Portrait);
 }
 
-class SystemPrinterBackend : public PrinterBackend {
-public:
-    SystemPrinterBackend(const QString& queue, const JobSettings& job) : printer_(QPrinter::HighResolution) {
-        setUp(printer_, queue, job.orientation);
-        if (!printer_.isValid()) Raise(482, QStringLiteral("Error de impresora"));
-        printer_.setDocName(job.name);
-        printer_.setCreator(QStringLiteral("Velmarinda"));
-        printer_.setCopyCount(job.copies);
-        printer_.setColorMode(job.colorMode == vbPRCMColor ? QPrinter::Color : QPrinter::GrayScale);
-        painter_ = std::make_unique<PainterBackend>(&printer_, printer_.resolution());
-    }
-    void text(double x, double y, const QString& t, const PrintFont& f, long c) override { painter_->text(x, y, t, f, c); }
-    void line(double x1, double y1, double x2, double y2, long c) override { painter_->line(x1, y1, x2, y2, c); }
-    void newPage(bool a) override { painter_->newPage(a); }
-    void endDoc() override { painter_->endDoc(); }
-    void abort() override {
-        printer_.abort();
-        painter_->abort();
-    }
-
-private:
-    QPrinter printer_;
-    std::unique_ptr<PainterBackend> painter_;
-};
+std::unique_ptr<PrinterBackend> openPrinter(const QString& queue, const JobSettings& job) {
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    setUp(*printer, queue, job.orientation);
+    if (!printer->isValid()) Raise(482, QStringLiteral("Error de impresora"));
+    printer->setDocName(job.name);
+    printer->setCreator(QStringLiteral("Velmarinda"));
+    printer->setCopyCount(job.copies);
+    printer->setColorMode(job.colorMode == vbPRCMColor ? QPrinter::Color : QPrinter::GrayScale);
+    QPrinter* p = printer.get();
+    const double dotsPerInch = p->resolution();
+    return std::make_unique<PaintedDocument>(std::move(printer), dotsPerInch, [p] { p->abort(); });
+}
 
 // A name that a file system takes: the job's name without path separators.
 QString fileNameFor(const QString& job) {
@@ -199,7 +157,7 @@ public:
 
     std::unique_ptr<PrinterBackend> open(const PrintDestination& where, const JobSettings& job) override {
         if (where.kind == PrintDestination::Kind::Printer)
-            return std::make_unique<SystemPrinterBackend>(where.printer, job);
+            return openPrinter(where.printer, job);
         QString file = where.file;
         if (file.isEmpty()) {
             const QString stem = QDir(AppPath()).filePath(QStringLiteral("impresos/") + fileNameFor(job.name) +
@@ -208,7 +166,7 @@ public:
             file = stem + QStringLiteral(".pdf");
             for (int n = 2; QFileInfo::exists(file); ++n) file = stem + QStringLiteral(" (%1).pdf").arg(n);
         }
-        return std::make_unique<PdfBackend>(file, job);
+        return openPdf(file, job);
     }
 
 private:

@@ -120,4 +120,46 @@ QString SentenciaCabecera(DocumentoVenta documento, const ClaveDocumento& clave,
     return "INSERT INTO " + tabla + " VALUES (" + sql::Valores(valores) + ")";
 }
 
+// ---- Reading and deleting a document by its key ---------------------------------
+
+QString TablaDocumento(const QString& palabra, const char* parte) {
+    return QString::fromLatin1(parte) + "_" + palabra + "_venta";
+}
+
+QString ColumnaDocumento(const QString& palabra, const char* campo, const char* parte) {
+    return QString::fromLatin1(campo) + "_" + TablaDocumento(palabra, parte);
+}
+
+QString SentenciaPorEjercicioYNumero(const QString& palabra, const char* parte, const QString& campos,
+                                     const QString& ejercicio, const QString& numero) {
+    return "SELECT " + campos + " FROM " + TablaDocumento(palabra, parte) + " WHERE " +
+           ColumnaDocumento(palabra, "ejercicio", parte) + " = " + ejercicio + " AND " +
+           ColumnaDocumento(palabra, "numero", parte) + " = " + numero;
+}
+
+QString SentenciaEstadoAlbaran(const QString& tienda, const QString& ejercicio, const QString& numero) {
+    return "SELECT estado_cabecera_albaran_venta FROM cabecera_albaran_venta WHERE tienda_cabecera_albaran_venta = " +
+           tienda + " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " + ejercicio +
+           " AND numero_cabecera_albaran_venta = " + numero;
+}
+
+QStringList SentenciasBorradoAlbaran(const QString& nif, const QString& tienda, const QString& ejercicio,
+                                     const QString& numero) {
+    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = " + sql::Comillas(nif) +
+                " AND tienda_cabecera_albaran_venta = " + tienda +
+                " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " + ejercicio +
+                " AND numero_cabecera_albaran_venta = " + numero,
+            "DELETE FROM detalle_albaran_venta WHERE tienda_detalle_albaran_venta = " + tienda +
+                " AND serie_detalle_albaran_venta = 'AV' AND ejercicio_detalle_albaran_venta = " + ejercicio +
+                " AND numero_detalle_albaran_venta = " + numero};
+}
+
+QStringList SentenciasBorradoFactura(const QString& nif, const QString& ejercicio, const QString& numero) {
+    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = " + sql::Comillas(nif) +
+                " AND ejercicio_cabecera_factura_venta = " + ejercicio + " AND numero_cabecera_factura_venta = " +
+                numero,
+            "DELETE FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = " + ejercicio +
+                " AND numero_detalle_factura_venta = " + numero};
+}
+
 } // namespace vel

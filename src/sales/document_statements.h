@@ -16,6 +16,7 @@
 // statement (and the save report tells it).
 #pragma once
 #include <QString>
+#include <QStringList>
 
 namespace vel {
 
@@ -57,5 +58,30 @@ struct DatosCabecera {
 // "INSERT INTO cabecera_albaran_venta VALUES (" and its 42 values (or
 // cabecera_factura_venta).
 QString SentenciaCabecera(DocumentoVenta documento, const ClaveDocumento& clave, const DatosCabecera& datos);
+
+// ---- Reading and deleting a document by its key ---------------------------------
+
+// The tables and columns of a document by the word of its window: "cabecera"
+// of "albaran" is cabecera_albaran_venta, its "nif" nif_cabecera_albaran_venta.
+QString TablaDocumento(const QString& palabra, const char* parte);
+QString ColumnaDocumento(const QString& palabra, const char* campo, const char* parte);
+
+// "SELECT <campos> FROM <parte> WHERE ejercicio_<parte> = <ejercicio> AND
+// numero_<parte> = <numero>": a header or a detail by year and number alone,
+// with neither store nor series; the year and the number go as given.
+QString SentenciaPorEjercicioYNumero(const QString& palabra, const char* parte, const QString& campos,
+                                     const QString& ejercicio, const QString& numero);
+
+// The kept state of a delivery note, read before a modification deletes it:
+// by its store (two digits), series 'AV', year and number.
+QString SentenciaEstadoAlbaran(const QString& tienda, const QString& ejercicio, const QString& numero);
+
+// The two DELETE statements of a document, header first. The delivery note's
+// by the customer's NIF, its store (two digits), series 'AV', year and number
+// (the detail without the NIF); the invoice's by the NIF, year and number (the
+// detail by year and number alone).
+QStringList SentenciasBorradoAlbaran(const QString& nif, const QString& tienda, const QString& ejercicio,
+                                     const QString& numero);
+QStringList SentenciasBorradoFactura(const QString& nif, const QString& ejercicio, const QString& numero);
 
 } // namespace vel

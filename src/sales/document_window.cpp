@@ -110,12 +110,10 @@ void DocumentWindow::PonerControlesPropios(QWidget* piezas, const QList<QWidget*
 
 }
 
-QString DocumentWindow::Tabla(const char* parte) const {
-    return QString::fromLatin1(parte) + "_" + textos_.palabra + "_venta";
-}
+QString DocumentWindow::Tabla(const char* parte) const { return TablaDocumento(textos_.palabra, parte); }
 
 QString DocumentWindow::Columna(const char* campo, const char* parte) const {
-    return QString::fromLatin1(campo) + "_" + Tabla(parte);
+    return ColumnaDocumento(textos_.palabra, campo, parte);
 }
 
 // ---- Loading ----------------------------------------------------------------------
@@ -151,17 +149,9 @@ void DocumentWindow::Form_Load() {
 }
 
 QString DocumentWindow::LeerConfiguracion() {
-    vb::ResumeNext r;
-    std::optional<vb::InputFile> fichero;
-    QString nombreTienda;
-    r([&] { fichero = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini")); });
-    r([&] {
-        if (!fichero) vb::Raise(52, QStringLiteral("Nombre o número de archivo incorrecto"));
-        ClientePrograma = fichero->next();
-        nombreTienda = fichero->next();
-    });
-    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
-    return nombreTienda;
+    const Configuracion config = LeeConfiguracion(LecturaConfiguracion::ConTrampa);
+    ClientePrograma = config.ClientePrograma;
+    return config.nombreTienda;
 }
 
 // ---- The customer -----------------------------------------------------------------
@@ -222,7 +212,7 @@ void DocumentWindow::EntrarEnModo(bool frame2, bool frame8Apagado) {
 }
 
 void DocumentWindow::Commandnuevo_Click() {
-    ModoVentana = QStringLiteral("N");
+    ModoVentana = Modo::Nuevo;
     EntrarEnModo(true, false);
     borrarfacturas();
     Listas->Lista_Click(QStringLiteral("CODIGO"));
@@ -291,19 +281,19 @@ bool DocumentWindow::MostrarPrimerDocumento(QWidget* foco) {
 }
 
 void DocumentWindow::Commandmodificar_Click() {
-    ModoVentana = QStringLiteral("M");
+    ModoVentana = Modo::Modificar;
     EntrarEnModo(false, false);
     MostrarPrimerDocumento(ui->Comboejerciciofactura);
 }
 
 void DocumentWindow::Commandborrar_Click() {
-    ModoVentana = QStringLiteral("B");
+    ModoVentana = Modo::Borrar;
     EntrarEnModo(textos_.frame2EnBorrar, true);
     MostrarPrimerDocumento(ui->Comboejerciciofactura);
 }
 
 void DocumentWindow::Commandconsultar_Click() {
-    ModoVentana = QStringLiteral("O");
+    ModoVentana = Modo::Consultar;
     EntrarEnModo(false, true);
     if (!MostrarPrimerDocumento(ui->Combonumerofactura)) Commandcancelar_Click();
 }
@@ -323,8 +313,8 @@ void DocumentWindow::Commandcancelar_Click() {
     Borrar();
     Botones();
     BotonesPropios();
-    if (ModoVentana == QLatin1String("N")) vb::SetEnabled(ui->Combonumerofactura, true);
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) vb::SetEnabled(Lineas_->Frame8, true);
+    if (ModoVentana == Modo::Nuevo) vb::SetEnabled(ui->Combonumerofactura, true);
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) vb::SetEnabled(Lineas_->Frame8, true);
     CancelarPropio();
     const int cliente = ui->Combonif->ListIndex();
     ui->Combonif->SetListIndex(-1);
@@ -387,7 +377,7 @@ void DocumentWindow::CargarDatos() {
 
     ui->Combonumerofactura->Clear();
     auto serie = BaseDatos->OpenRecordset(SentenciaCargarDatos(textos_.serie, TiendaSerie(), ano));
-    if (ModoVentana == QLatin1String("N")) {
+    if (ModoVentana == Modo::Nuevo) {
         ProponerNumero();
     } else if (serie->Eof()) {
         vb::MsgBox(textos_.sinSerie);
@@ -408,7 +398,7 @@ void DocumentWindow::CargarDatos() {
 
     ui->Textfechafactura->setText(Format(vb::Date(), kHoy));
     LlenarFormasDePago();
-    if (ModoVentana == QLatin1String("N")) vb::SetEnabled(ui->Combonumerofactura, false);
+    if (ModoVentana == Modo::Nuevo) vb::SetEnabled(ui->Combonumerofactura, false);
 }
 
 // The numbers of the chosen year for the customer, the first chosen.
@@ -429,10 +419,10 @@ bool DocumentWindow::LlenarNumeros(const QString& orden) {
 void DocumentWindow::Comboejerciciofactura_Click() {
     if (ui->Comboejerciciofactura->Text().isEmpty()) return;
     if (!LlenarNumeros("ORDER BY " + Columna("numero", "cabecera")) &&
-        (textos_.avisoSinNumerosEnNuevo || ModoVentana != QLatin1String("N")))
+        (textos_.avisoSinNumerosEnNuevo || ModoVentana != Modo::Nuevo))
         vb::MsgBox(textos_.clienteSinNumeros);
     LimpiarAlElegir();
-    if (ModoVentana != QLatin1String("N")) CargarLineas(false);
+    if (ModoVentana != Modo::Nuevo) CargarLineas(false);
 }
 
 // Only digits and Backspace can be typed into the year; Enter moves on.
@@ -448,13 +438,12 @@ void DocumentWindow::DocumentoMostrado() {}
 // The header and the detail of a document are read by year and number alone,
 // with neither store nor series.
 void DocumentWindow::Combonumerofactura_Click() {
-    if (ModoVentana == QLatin1String("N")) return;
+    if (ModoVentana == Modo::Nuevo) return;
     OcultarCalendario();
     LimpiarAlElegir();
-    auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE " +
-                                       Columna("ejercicio", "cabecera") + " = " + ui->Comboejerciciofactura->Text() +
-                                       " AND " + Columna("numero", "cabecera") + " = " +
-                                       Format(ui->Combonumerofactura->Text(), QStringLiteral("00000")));
+    auto rs = BaseDatos->OpenRecordset(SentenciaPorEjercicioYNumero(
+        textos_.palabra, "cabecera", QStringLiteral("*"), ui->Comboejerciciofactura->Text(),
+        Format(ui->Combonumerofactura->Text(), QStringLiteral("00000"))));
     CabeceraLeida(*rs);
     ui->Textfechafactura->setText(rs->Fields(Columna("fecha", "cabecera")).str());
     ui->Comboformapagofactura->Clear();
@@ -468,10 +457,9 @@ void DocumentWindow::Combonumerofactura_Click() {
 
 // Every stored line through the line fields, in the stored order.
 void DocumentWindow::CargarLineas(bool desdeNumero) {
-    auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("detalle") + " WHERE " +
-                                       Columna("ejercicio", "detalle") + " = " + ui->Comboejerciciofactura->Text() +
-                                       " AND " + Columna("numero", "detalle") + " = " +
-                                       Format(ui->Combonumerofactura->Text(), QStringLiteral("00000")));
+    auto rs = BaseDatos->OpenRecordset(SentenciaPorEjercicioYNumero(
+        textos_.palabra, "detalle", QStringLiteral("*"), ui->Comboejerciciofactura->Text(),
+        Format(ui->Combonumerofactura->Text(), QStringLiteral("00000"))));
     const auto texto = [&](const char* campo) {
         const QString columna = Columna(campo, "detalle");
         return textos_.nuloComoVacio ? TextoCampo(*rs, columna) : rs->Fields(columna).str();
@@ -491,10 +479,10 @@ void DocumentWindow::CargarLineas(bool desdeNumero) {
 // The owner of the number shown, after a search of everybody's documents.
 void DocumentWindow::Label55_DblClick() {
     const QString nif = Columna("nif", "cabecera");
-    auto rs = BaseDatos->OpenRecordset("SELECT " + nif + " FROM " + Tabla("cabecera") + " WHERE " +
-                                       Columna("ejercicio", "cabecera") + " = " + ui->Comboejerciciofactura->Text() +
-                                       " AND " + Columna("numero", "cabecera") + " = " +
-                                       ui->Combonumerofactura->Text() + " ");
+    auto rs = BaseDatos->OpenRecordset(SentenciaPorEjercicioYNumero(textos_.palabra, "cabecera", nif,
+                                                                    ui->Comboejerciciofactura->Text(),
+                                                                    ui->Combonumerofactura->Text()) +
+                                       " ");
     if (rs->Eof()) {
         vb::MsgBox(textos_.sinCliente);
         return;
@@ -570,51 +558,19 @@ void DocumentWindow::Textfechafactura_LostFocus() {
 
 // ---- Saving ---------------------------------------------------------------------------------------
 
-ClaveDocumento DocumentWindow::Clave() const {
-    return {.tienda = TiendaDocumentoGuardado(), .ejercicio = ui->Comboejerciciofactura->Text(),
-            .numero = ui->Combonumerofactura->Text()};
-}
-
-DatosCabecera DocumentWindow::Cabecera(const QString& estado) const {
-    DatosCabecera d;
-    d.fecha = ui->Textfechafactura->text();
-    d.estado = estado;
-    d.nif = ui->Combonif->Text();
-    d.nombre = ui->Textnombre->text();
-    d.apellidos = ui->Textapellidos->text();
-    d.domicilio = ui->Textdomicilio->text();
-    d.poblacion = ui->Textpoblacion->text();
-    d.codigoPostal = ui->Textcodigopostal->text();
-    d.provincia = ui->Textprovincia->text();
-    d.nacionalidad = ui->Textnacionalidad->text();
-    d.formaPago = ui->Comboformapagofactura->Text();
-    d.recibos = NumeroRecibos;
-    d.banco = ui->Textbanco->text();
-    d.sucursal = ui->Textsucursal->text();
-    d.digitoControl = ui->Textdigitocontrol->text();
-    d.numeroCuenta = ui->Textnumerocuenta->text();
-    d.bruto = Lineas_->Labelbruto->text();
-    d.descuento = Lineas_->Labeldescuento->text();
-    d.iva = Lineas_->Textiva->text();
-    d.recargo = Lineas_->Textrecargo->text();
-    d.iban = ui->TextIban->text();
-    return d;
-}
-
 void DocumentWindow::AntesDeLasLineas(const Paso&) {}
 QString DocumentWindow::DescripcionLarga() const { return QString(); }
 
 // Every grid row from 1, then the header. F counts the rows as the save goes.
-void DocumentWindow::GuardarDocumento(const QString& estado, const Paso& paso, int& F) {
-    vb::FlexGrid* g = Lineas_->Gridfacturas;
-    for (F = 1; F <= g->Rows() - 1; ++F) {
-        const CeldasLinea celdas{.referencia = g->TextMatrix(F, 0), .descripcion = g->TextMatrix(F, 1),
-                                 .unidades = g->TextMatrix(F, 2), .precio = g->TextMatrix(F, 3),
-                                 .subtotal = g->TextMatrix(F, 4), .descuento = g->TextMatrix(F, 5),
-                                 .total = g->TextMatrix(F, 6)};
-        paso([&] { BaseDatos->Execute(SentenciaLinea(textos_.documento, Clave(), celdas, DescripcionLarga())); });
+void DocumentWindow::GuardarDocumento(const PantallaDocumento& p, const QString& estado, const Paso& paso, int& F) {
+    const int filas = int(p.lineas.size());
+    for (F = 1; F <= filas; ++F) {
+        const CeldasLinea& celdas = p.lineas[F - 1];
+        paso([&] { BaseDatos->Execute(SentenciaLinea(textos_.documento, p.clave, celdas, p.descripcionLarga)); });
     }
-    paso([&] { BaseDatos->Execute(SentenciaCabecera(textos_.documento, Clave(), Cabecera(estado))); });
+    DatosCabecera cabecera = p.cabecera;
+    cabecera.estado = estado;
+    paso([&] { BaseDatos->Execute(SentenciaCabecera(textos_.documento, p.clave, cabecera)); });
 }
 
 void DocumentWindow::BorrarDocumento(const Paso& paso) {
@@ -628,22 +584,16 @@ void DocumentWindow::Commandaceptar_Click() {
     OcultarCalendario();
     int F = 0;
     const bool buscar = false; // the save's lookup flag: no step of these windows sets it
+    // The document as it stands when Aceptar is pressed: what is stored and
+    // what the report tells.
+    PantallaDocumento pantalla = Pantalla();
     vb::SaveReportTrap trap(textos_.ficheroErrores, vb::SaveReportLayout::Document, [&] {
-        return vb::SaveReportState{
-            ModoVentana,
-            textos_.registroErrores({.ejercicio = ui->Comboejerciciofactura->Text(),
-                                     .numero = ui->Combonumerofactura->Text(),
-                                     .nif = ui->Textnif->text(),
-                                     .codigo = ui->Textcodigo->text(),
-                                     .nombreFiscal = ui->Textnombrefiscal->text(),
-                                     .nombreComercial = ui->Textnombrecomercial->text(),
-                                     .apellidos = ui->Textapellidos->text(),
-                                     .nombre = ui->Textnombre->text()}),
-            QString::number(F), buscar ? QStringLiteral("Verdadero") : QStringLiteral("Falso")};
+        return vb::SaveReportState{Letra(ModoVentana), textos_.registroErrores(pantalla.informe), QString::number(F),
+                                   buscar ? QStringLiteral("Verdadero") : QStringLiteral("Falso")};
     });
     const Paso paso = [&](const std::function<void()>& s) { return trap(s); };
 
-    if (ModoVentana == QLatin1String("N")) {
+    if (ModoVentana == Modo::Nuevo) {
         if (Lineas_->Gridfacturas->Rows() == 1) {
             paso([&] { Commandcancelar_Click(); });
             return;
@@ -656,17 +606,19 @@ void DocumentWindow::Commandaceptar_Click() {
         std::optional<Transaccion> guardado;
         if (!paso([&] { guardado.emplace(*BaseDatos); })) return;
         paso([&] { SeguirAlContador(); });
+        // The number may have moved on to the counter's: the rows take the one shown.
+        pantalla = Pantalla();
         paso([&] {
             GuardarContador(*BaseDatos, textos_.serie, TiendaSerie(), ui->Comboejerciciofactura->Text(),
                             ui->Combonumerofactura->Text());
         });
-        GuardarDocumento(textos_.estadoNuevo, paso, F);
+        GuardarDocumento(pantalla, textos_.estadoNuevo, paso, F);
         // A commit that fails (a full disk) is reported once and the document
         // stays on screen, unsaved, to be saved again.
         if (!paso([&] { guardado->Commit(); })) return;
         paso([&] { Commandnuevo_Click(); });
         paso([&] { vb::SetFocus(ui->Comboejerciciofactura); });
-    } else if (ModoVentana == QLatin1String("B")) {
+    } else if (ModoVentana == Modo::Borrar) {
         const int respuesta = vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el registro?"),
                                          vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2, QStringLiteral("Advertencia"));
         if (respuesta == vb::vbYes) {
@@ -678,9 +630,9 @@ void DocumentWindow::Commandaceptar_Click() {
         } else {
             paso([&] { Commandcancelar_Click(); });
         }
-    } else if (ModoVentana == QLatin1String("O")) {
+    } else if (ModoVentana == Modo::Consultar) {
         paso([&] { Commandcancelar_Click(); });
-    } else if (ModoVentana == QLatin1String("M")) {
+    } else if (ModoVentana == Modo::Modificar) {
         const int respuesta = vb::MsgBox(textos_.preguntaModificar, vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2,
                                          QStringLiteral("Advertencia"));
         if (respuesta == vb::vbYes) {
@@ -690,7 +642,7 @@ void DocumentWindow::Commandaceptar_Click() {
             if (paso([&] { guardado.emplace(*BaseDatos); })) {
                 const QString estado = EstadoModificado(paso);
                 BorrarDocumento(paso);
-                GuardarDocumento(estado, paso, F);
+                GuardarDocumento(pantalla, estado, paso, F);
                 paso([&] { guardado->Commit(); });
             }
         }
@@ -700,8 +652,9 @@ void DocumentWindow::Commandaceptar_Click() {
 
 // ---- Printing -----------------------------------------------------------------------------
 
-print_layout::Documento DocumentWindow::Ventana() const {
-    print_layout::Documento d;
+PantallaDocumento DocumentWindow::Pantalla() const {
+    PantallaDocumento p;
+    print_layout::Documento& d = p.impreso;
     d.ClientePrograma = ClientePrograma;
     d.Combonombrecomercial = ui->Combonombrecomercial->Text();
     d.Combonombrefiscal = ui->Combonombrefiscal->Text();
@@ -724,9 +677,6 @@ print_layout::Documento DocumentWindow::Ventana() const {
     d.Textrecargo = Lineas_->Textrecargo->text();
     d.Labelimporterecargo = Lineas_->Labelimporterecargo->text();
     d.Labeltotalfactura = Lineas_->Labeltotalfactura->text();
-    vb::FlexGrid* grid = Lineas_->Gridfacturas;
-    d.Rows = grid->Rows();
-    d.TextMatrix = [grid](int row, int col) { return grid->TextMatrix(row, col); };
     d.Comborecibosfactura = ui->Comborecibosfactura->Text();
     d.Labelbanco = ui->Labelbanco->text();
     d.TextIban = ui->TextIban->text();
@@ -734,8 +684,60 @@ print_layout::Documento DocumentWindow::Ventana() const {
     d.Textsucursal = ui->Textsucursal->text();
     d.Textdigitocontrol = ui->Textdigitocontrol->text();
     d.Textnumerocuenta = ui->Textnumerocuenta->text();
-    return d;
+
+    // The grid, read once: the rows the statements store and the cells the
+    // layouts print (row 0 is the titles).
+    vb::FlexGrid* g = Lineas_->Gridfacturas;
+    const int filas = g->Rows();
+    auto celdas = std::make_shared<std::vector<std::array<QString, 7>>>(filas);
+    for (int f = 0; f < filas; ++f)
+        for (int c = 0; c < 7; ++c) (*celdas)[f][c] = g->TextMatrix(f, c);
+    d.Rows = filas;
+    d.TextMatrix = [celdas](int row, int col) { return celdas->at(row).at(col); };
+    for (int f = 1; f < filas; ++f) {
+        const auto& c = (*celdas)[f];
+        p.lineas.push_back({.referencia = c[0], .descripcion = c[1], .unidades = c[2], .precio = c[3],
+                            .subtotal = c[4], .descuento = c[5], .total = c[6]});
+    }
+    p.descripcionLarga = DescripcionLarga();
+
+    p.clave = {.tienda = TiendaDocumentoGuardado(), .ejercicio = d.Comboejerciciofactura,
+               .numero = d.Combonumerofactura};
+    DatosCabecera& h = p.cabecera;
+    h.fecha = d.Textfechafactura;
+    h.nif = d.Combonif;
+    h.nombre = ui->Textnombre->text();
+    h.apellidos = ui->Textapellidos->text();
+    h.domicilio = d.Textdomicilio;
+    h.poblacion = d.Textpoblacion;
+    h.codigoPostal = d.Textcodigopostal;
+    h.provincia = d.Textprovincia;
+    h.nacionalidad = ui->Textnacionalidad->text();
+    h.formaPago = ui->Comboformapagofactura->Text();
+    h.recibos = NumeroRecibos;
+    h.banco = d.Textbanco;
+    h.sucursal = d.Textsucursal;
+    h.digitoControl = d.Textdigitocontrol;
+    h.numeroCuenta = d.Textnumerocuenta;
+    h.bruto = d.Labelbruto;
+    h.descuento = d.Labeldescuento;
+    h.iva = d.Textiva;
+    h.recargo = d.Textrecargo;
+    h.iban = d.TextIban;
+
+    p.informe = {.ejercicio = d.Comboejerciciofactura,
+                 .numero = d.Combonumerofactura,
+                 .nif = ui->Textnif->text(),
+                 .codigo = ui->Textcodigo->text(),
+                 .nombreFiscal = ui->Textnombrefiscal->text(),
+                 .nombreComercial = ui->Textnombrecomercial->text(),
+                 .apellidos = h.apellidos,
+                 .nombre = h.nombre};
+    PantallaPropia(p);
+    return p;
 }
+
+void DocumentWindow::PantallaPropia(PantallaDocumento&) const {}
 
 // ---- Keys ---------------------------------------------------------------------------------------
 

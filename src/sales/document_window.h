@@ -29,6 +29,7 @@
 #include "runtime/calendar.h"
 #include "runtime/common_dialog.h"
 #include "runtime/save_report.h"
+#include "sales/document_screen.h"
 #include "sales/document_statements.h"
 #include "sales/document_totals.h"
 #include "sales/print_layout.h"
@@ -167,9 +168,13 @@ protected:
     // installation tag (an empty one, or no file, takes FERROBANDA); the second,
     // the store's name, is returned.
     QString LeerConfiguracion();
-    // What the print procedures read of the window, as it stands on screen:
-    // the fields both documents print (the window adds its own).
-    print_layout::Documento Ventana() const;
+    // The window as it stands on screen, read once by an action: what both
+    // documents show; the window adds its own (PantallaPropia).
+    PantallaDocumento Pantalla() const;
+    virtual void PantallaPropia(PantallaDocumento& p) const;
+    // The reading of the print job under way, which its procedures print: a
+    // print button reads the screen once, then runs the job.
+    PantallaDocumento Impresion;
     void OcultarCalendario();
     void LimpiarLineasYTotales();
     void LlenarFormasDePago();
@@ -190,9 +195,7 @@ private:
     void SeguirAlContador();
     QString NumeroPropuesto; // the last number proposed, as shown
     void CargarLineas(bool desdeNumero);
-    ClaveDocumento Clave() const;
-    DatosCabecera Cabecera(const QString& estado) const;
-    void GuardarDocumento(const QString& estado, const Paso& paso, int& F);
+    void GuardarDocumento(const PantallaDocumento& p, const QString& estado, const Paso& paso, int& F);
     void BorrarDocumento(const Paso& paso);
 };
 

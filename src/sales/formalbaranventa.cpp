@@ -5,7 +5,7 @@
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/vb.h"
 #include "sales/receipts.h"
 #include "ui_document_window.h"
@@ -92,7 +92,7 @@ void FormAlbaranVenta::BuscarTienda(const QString& nombreTienda) {
 //   "O"   on        on
 //   "B"   off       off
 void FormAlbaranVenta::BotonesDelModo() {
-    const bool imprime = ModoVentana != QLatin1String("B");
+    const bool imprime = ModoVentana != Modo::Borrar;
     vb::SetEnabled(propio->CommandImprimir, imprime);
     vb::SetEnabled(propio->CommandEnviar, false);
     vb::SetEnabled(propio->ComboProforma, imprime);
@@ -106,7 +106,7 @@ void FormAlbaranVenta::BotonesPropios() {
 
 void FormAlbaranVenta::CancelarPropio() {
     vb::SetEnabled(propio->CommandEnviar, false);
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) {
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) {
         vb::SetEnabled(propio->CommandImprimir, false);
         vb::SetEnabled(propio->CommandEnviar, false);
         vb::SetEnabled(propio->ComboProforma, false);
@@ -119,7 +119,7 @@ void FormAlbaranVenta::BorrarPropio() { propio->LabelEstado->setText(QString());
 // note holds "0", which no branch names: the label stays as it was.
 void FormAlbaranVenta::CabeceraLeida(Recordset& rs) {
     const QString estado = rs.Fields(QStringLiteral("estado_cabecera_albaran_venta")).str();
-    const bool cambia = ModoVentana == QLatin1String("B") || ModoVentana == QLatin1String("M");
+    const bool cambia = ModoVentana == Modo::Borrar || ModoVentana == Modo::Modificar;
     if (estado == QLatin1String("P")) {
         propio->LabelEstado->setText(QStringLiteral("PENDIENTE"));
     } else if (estado == QLatin1String("E")) {
@@ -144,12 +144,9 @@ QString FormAlbaranVenta::TiendaDocumentoGuardado() const { return TiendaDocumen
 QString FormAlbaranVenta::EstadoModificado(const Paso& paso) {
     QString estado;
     paso([&] {
-        auto rs = BaseDatos->OpenRecordset(
-            "SELECT estado_cabecera_albaran_venta FROM cabecera_albaran_venta WHERE tienda_cabecera_albaran_venta = " +
-            Format(Val(TiendaDocumento), QStringLiteral("00")) +
-            " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " +
-            ui->Comboejerciciofactura->Text() + " AND numero_cabecera_albaran_venta = " +
-            CStr(Val(ui->Combonumerofactura->Text())));
+        auto rs = BaseDatos->OpenRecordset(SentenciaEstadoAlbaran(Format(Val(TiendaDocumento), QStringLiteral("00")),
+                                                                  ui->Comboejerciciofactura->Text(),
+                                                                  CStr(Val(ui->Combonumerofactura->Text()))));
         estado = rs->Fields(QStringLiteral("estado_cabecera_albaran_venta")).str();
     });
     return estado;
@@ -157,16 +154,8 @@ QString FormAlbaranVenta::EstadoModificado(const Paso& paso) {
 
 // The note of the store and series 'AV' with the year and number shown.
 QStringList FormAlbaranVenta::SentenciasBorrado() const {
-    const QString tienda = Format(Val(TiendaDocumento), QStringLiteral("00"));
-    const QString ano = ui->Comboejerciciofactura->Text();
-    const QString numero = CStr(Val(ui->Combonumerofactura->Text()));
-    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = " + sql::Comillas(ui->Combonif->Text()) +
-                " AND tienda_cabecera_albaran_venta = " + tienda +
-                " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " + ano +
-                " AND numero_cabecera_albaran_venta = " + numero,
-            "DELETE FROM detalle_albaran_venta WHERE tienda_detalle_albaran_venta = " + tienda +
-                " AND serie_detalle_albaran_venta = 'AV' AND ejercicio_detalle_albaran_venta = " + ano +
-                " AND numero_detalle_albaran_venta = " + numero};
+    return SentenciasBorradoAlbaran(ui->Combonif->Text(), Format(Val(TiendaDocumento), QStringLiteral("00")),
+                                    ui->Comboejerciciofactura->Text(), CStr(Val(ui->Combonumerofactura->Text())));
 }
 
 // ---- Printing --------------------------------------------------------------------------------------
@@ -175,6 +164,7 @@ QStringList FormAlbaranVenta::SentenciasBorrado() const {
 // each reading the window as it stands. A cancelled dialog, or no printer at
 // all, prints nothing and says nothing.
 void FormAlbaranVenta::CommandImprimir_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1,
                      .calendar = ui->Calendario,
                      .procedures = {[this] { cabeceraalbaran(); }, [this] { detallealbaran(); },
@@ -185,22 +175,23 @@ void FormAlbaranVenta::CommandImprimir_Click() {
 // date chosen in Comborecibosfactura. The mode buttons and Cancelar keep this
 // button disabled; its procedure prints whenever it is run.
 void FormAlbaranVenta::CommandEnviar_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .procedures = {[this] { recibo(); }}});
 }
 
-void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Ventana()); }
+void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Impresion.impreso); }
 
-void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Ventana(), contadores); }
+void FormAlbaranVenta::detallealbaran() {
+    print_layout::detallealbaran(vb::Printer(), Impresion.impreso, contadores);
+}
 
-void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Ventana()); }
+void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Impresion.impreso); }
 
-void FormAlbaranVenta::recibo() { receipts::ReciboAlbaran(vb::Printer(), Ventana()); }
+void FormAlbaranVenta::recibo() { receipts::ReciboAlbaran(vb::Printer(), Impresion.impreso); }
 
 // What is printed is what stands on the screen, the note's kind included.
-print_layout::Documento FormAlbaranVenta::Ventana() const {
-    print_layout::Documento d = DocumentWindow::Ventana();
-    d.ComboProforma = propio->ComboProforma->Text();
-    return d;
+void FormAlbaranVenta::PantallaPropia(PantallaDocumento& p) const {
+    p.impreso.ComboProforma = propio->ComboProforma->Text();
 }
 
 } // namespace vel

@@ -59,8 +59,8 @@ protected:
 
 private:
     void BuscarTienda(const QString& nombreTienda);
-    // The shared fields and the note's own word for the document.
-    print_layout::Documento Ventana() const;
+    // The note's own word for the document in the screen's reading.
+    void PantallaPropia(PantallaDocumento& p) const override;
 
     std::unique_ptr<Ui::FormAlbaranVenta> propio;
 };

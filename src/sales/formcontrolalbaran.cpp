@@ -126,17 +126,9 @@ void FormControlAlbaran::Form_Load() {
 // config.ini under On Error Resume Next: the tag (empty: FERROBANDA), and the
 // store's name, returned.
 QString FormControlAlbaran::LeerConfiguracion() {
-    vb::ResumeNext r;
-    std::optional<vb::InputFile> fichero;
-    QString nombreTienda;
-    r([&] { fichero = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini")); });
-    r([&] {
-        if (!fichero) vb::Raise(52, QStringLiteral("Nombre o número de archivo incorrecto"));
-        ClientePrograma = fichero->next();
-        nombreTienda = fichero->next();
-    });
-    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
-    return nombreTienda;
+    const Configuracion config = LeeConfiguracion(LecturaConfiguracion::ConTrampa);
+    ClientePrograma = config.ClientePrograma;
+    return config.nombreTienda;
 }
 
 void FormControlAlbaran::BuscarCodigoTienda(const QString& nombre) {

@@ -3,7 +3,7 @@
 #include "core/record_store.h"
 #include "runtime/clock.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/printer.h"
 #include "sales/receipts.h"
 #include "runtime/vb.h"
@@ -87,11 +87,11 @@ void FormFacturaVenta::CargarPropio() {
 // The print buttons and the account tick of each mode: on in "N", "M" and "O"
 // (the import too in "N", for ORTA); "B" leaves them as they are.
 void FormFacturaVenta::BotonesDelModo() {
-    if (ModoVentana == QLatin1String("B")) return;
+    if (ModoVentana == Modo::Borrar) return;
     for (QWidget* w : {static_cast<QWidget*>(propio->Commandfactura), static_cast<QWidget*>(propio->Commandrecibos),
                        static_cast<QWidget*>(propio->CheckCuenta)})
         vb::SetEnabled(w, true);
-    if (ModoVentana == QLatin1String("N") && EsOrta()) vb::SetEnabled(propio->CommandImportar, true);
+    if (ModoVentana == Modo::Nuevo && EsOrta()) vb::SetEnabled(propio->CommandImportar, true);
 }
 
 // Botones flips the print buttons and the tick, and the import only for ORTA.
@@ -104,7 +104,7 @@ void FormFacturaVenta::BotonesPropios() {
 }
 
 void FormFacturaVenta::CancelarPropio() {
-    if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) {
+    if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) {
         vb::SetEnabled(propio->Commandfactura, false);
         vb::SetEnabled(propio->Commandrecibos, false);
         vb::SetEnabled(propio->CheckCuenta, false);
@@ -180,12 +180,8 @@ QString FormFacturaVenta::EstadoModificado(const Paso&) { return QStringLiteral(
 
 // By fiscal year and number alone: neither store nor series.
 QStringList FormFacturaVenta::SentenciasBorrado() const {
-    const QString ano = ui->Comboejerciciofactura->Text();
-    const QString numero = CStr(Val(ui->Combonumerofactura->Text()));
-    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = " + sql::Comillas(ui->Combonif->Text()) +
-                " AND ejercicio_cabecera_factura_venta = " + ano + " AND numero_cabecera_factura_venta = " + numero,
-            "DELETE FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = " + ano +
-                " AND numero_detalle_factura_venta = " + numero};
+    return SentenciasBorradoFactura(ui->Combonif->Text(), ui->Comboejerciciofactura->Text(),
+                                    CStr(Val(ui->Combonumerofactura->Text())));
 }
 
 // ---- Printing -----------------------------------------------------------------------------
@@ -193,28 +189,30 @@ QStringList FormFacturaVenta::SentenciasBorrado() const {
 // The job bears the invoice's name: number, date as "yyyymmdd", " - " and the
 // customer's code (App.Title while it prints, put back afterwards).
 void FormFacturaVenta::Commandfactura_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1,
                      .calendar = ui->Calendario,
-                     .title = print_layout::NombreTrabajoFactura(Ventana()),
+                     .title = print_layout::NombreTrabajoFactura(Impresion.impreso),
                      .procedures = {[this] { cabecerafactura(); }, [this] { detallefactura(); },
                                     [this] { piefactura(); }}});
 }
 
 void FormFacturaVenta::Commandrecibos_Click() {
+    Impresion = Pantalla();
     vb::RunPrintJob({.dialog = CommonDialog1, .calendar = ui->Calendario, .title = std::nullopt,
                      .procedures = {[this] { recibo(); }}});
 }
 
-void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Ventana()); }
-void FormFacturaVenta::detallefactura() { print_layout::detallefactura(vb::Printer(), Ventana(), contadores); }
-void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Ventana()); }
-void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Ventana()); }
+void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Impresion.impreso); }
+void FormFacturaVenta::detallefactura() {
+    print_layout::detallefactura(vb::Printer(), Impresion.impreso, contadores);
+}
+void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Impresion.impreso); }
+void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Impresion.impreso); }
 
-print_layout::Documento FormFacturaVenta::Ventana() const {
-    print_layout::Documento d = DocumentWindow::Ventana();
-    d.TextDescripcionLarga = DescripcionLarga();
-    d.CheckCuenta = propio->CheckCuenta->isChecked() ? 1 : 0;
-    return d;
+void FormFacturaVenta::PantallaPropia(PantallaDocumento& p) const {
+    p.impreso.TextDescripcionLarga = p.descripcionLarga;
+    p.impreso.CheckCuenta = propio->CheckCuenta->isChecked() ? 1 : 0;
 }
 
 // ---- The long description -------------------------------------------------------------

@@ -73,9 +73,9 @@ private:
     // the year and month, the description the name of the month before.
     void LineaMensual();
 
-    // The shared fields of the window, with the long description as its lines
-    // joined by CR LF, the account tick and the customer's code.
-    print_layout::Documento Ventana() const;
+    // The invoice's own part of the screen's reading: the long description as
+    // its lines joined by CR LF, and the account tick.
+    void PantallaPropia(PantallaDocumento& p) const override;
 
     std::unique_ptr<Ui::FormFacturaVenta> propio;
 };

@@ -1,7 +1,8 @@
 #include "sales/print_layout.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
+#include "printing/line_cut.h"
 
 namespace vel::print_layout {
 
@@ -99,17 +100,16 @@ std::int16_t PaginasAlbaran(long Rows) {
 // L = Left(L, n), the value, Space(80), stop after stop; every column printed,
 // zeros too.
 QString LineaTotalesAlbaran(const Documento& d) {
-    QString L = Space(4) + Importe(d.Labelbruto) + Space(80);
-    const auto corta = [&L](int n, const QString& valor) { L = Left(L, n) + valor + Space(80); };
-    corta(14, Importe(d.Labeldescuento));
-    corta(22, Importe(d.Labelneto));
-    corta(32, Importe(d.Labelbase));
-    corta(42, d.Textiva);
-    corta(45, Importe(d.Labelimporteiva));
-    corta(56, d.Textrecargo);
-    corta(61, Importe(d.Labelimporterecargo));
-    corta(71, Importe(d.Labeltotalfactura));
-    return L;
+    printing::LineaCortada L(Space(4) + Importe(d.Labelbruto));
+    L.corta(14, Importe(d.Labeldescuento));
+    L.corta(22, Importe(d.Labelneto));
+    L.corta(32, Importe(d.Labelbase));
+    L.corta(42, d.Textiva);
+    L.corta(45, Importe(d.Labelimporteiva));
+    L.corta(56, d.Textrecargo);
+    L.corta(61, Importe(d.Labelimporterecargo));
+    L.corta(71, Importe(d.Labeltotalfactura));
+    return L.texto();
 }
 
 // Under a known tag the letterhead ends in Verdana and the customer block starts
@@ -206,20 +206,19 @@ QString TituloTotalesFactura(const QString& Textrecargo) {
 // surcharge of 0 leave their columns blank; the total with its euro sign is
 // placed so that the sign is the 81st character.
 QString LineaTotalesFactura(const Documento& d) {
-    QString L = QLatin1Char(' ') + Importe(d.Labelbruto) + Space(80);
-    const auto corta = [&L](int n, const QString& valor) { L = Left(L, n) + valor + Space(80); };
-    if (vb::Val(d.Labeldescuento) != 0) corta(15, Importe(d.Labeldescuento));
-    corta(23, Importe(d.Labelneto));
-    corta(33, Importe(d.Labelbase));
-    corta(42, d.Textiva);
-    corta(46, Importe(d.Labelimporteiva));
+    printing::LineaCortada L(QLatin1Char(' ') + Importe(d.Labelbruto));
+    if (vb::Val(d.Labeldescuento) != 0) L.corta(15, Importe(d.Labeldescuento));
+    L.corta(23, Importe(d.Labelneto));
+    L.corta(33, Importe(d.Labelbase));
+    L.corta(42, d.Textiva);
+    L.corta(46, Importe(d.Labelimporteiva));
     if (vb::Val(d.Textrecargo) != 0) {
-        corta(56, d.Textrecargo);
-        corta(61, Importe(d.Labelimporterecargo));
+        L.corta(56, d.Textrecargo);
+        L.corta(61, Importe(d.Labelimporterecargo));
     }
     const QString total = Importe(d.Labeltotalfactura);
-    corta(81 - (Len(total) + 2), total + QStringLiteral(" €"));
-    return L;
+    L.corta(81 - (Len(total) + 2), total + QStringLiteral(" €"));
+    return L.texto();
 }
 
 QString NombreTrabajoFactura(const Documento& d) {

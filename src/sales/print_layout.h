@@ -3,23 +3,24 @@
 // moment of printing (its boxes, labels and grid), never what the tables hold,
 // so what is printed is what stands on the screen.
 //
-// The window's print procedures are these, called through vb::RunPrintJob:
+// A print button reads the window once (Impresion = Pantalla(), document_screen.h)
+// and runs the job; the window's print procedures print that reading:
 //
-//   void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Ventana()); }
-//   void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Ventana(), contadores); }
-//   void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Ventana()); }
+//   void FormAlbaranVenta::cabeceraalbaran() { print_layout::cabeceraalbaran(vb::Printer(), Impresion.impreso); }
+//   void FormAlbaranVenta::detallealbaran() { print_layout::detallealbaran(vb::Printer(), Impresion.impreso, contadores); }
+//   void FormAlbaranVenta::piealbaran() { print_layout::piealbaran(vb::Printer(), Impresion.impreso); }
 //
 // and the invoice's, with the job named after the invoice:
 //
 //   void FormFacturaVenta::Commandfactura_Click() {
 //       vb::RunPrintJob({.dialog = CommonDialog1, .calendar = Calendario,
-//                        .title = print_layout::NombreTrabajoFactura(Ventana()),
+//                        .title = print_layout::NombreTrabajoFactura(Impresion.impreso),
 //                        .procedures = {[this] { cabecerafactura(); }, [this] { detallefactura(); },
 //                                       [this] { piefactura(); }}});
 //   }
-//   void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Ventana()); }
-//   void FormFacturaVenta::detallefactura() { print_layout::detallefactura(vb::Printer(), Ventana(), contadores); }
-//   void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Ventana()); }
+//   void FormFacturaVenta::cabecerafactura() { print_layout::cabecerafactura(vb::Printer(), Impresion.impreso); }
+//   void FormFacturaVenta::detallefactura() { print_layout::detallefactura(vb::Printer(), Impresion.impreso, contadores); }
+//   void FormFacturaVenta::piefactura() { print_layout::piefactura(vb::Printer(), Impresion.impreso); }
 #pragma once
 #include "runtime/printer.h"
 #include <QString>

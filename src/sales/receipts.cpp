@@ -1,4 +1,5 @@
 #include "sales/receipts.h"
+#include "printing/line_cut.h"
 #include "runtime/vb.h"
 #include <QStringDecoder>
 
@@ -23,12 +24,13 @@ QStringList LineasReciboAlbaran(const print_layout::Documento& d) {
         return Left(Space(12) + bar + Space(3) + texto + Space(80), 72) + bar;
     };
 
-    QString linea3 = Space(12) + bar + Space(4) + d.Combonumerofactura + Space(80);
-    linea3 = Left(linea3, 25) + bar + QStringLiteral("  PORTELAS") + Space(80);
-    linea3 = Left(linea3, 54) + bar + Space(4) + print_layout::Importe(d.Labeltotalfactura) + Space(6) + bar;
+    printing::LineaCortada corte3(Space(12) + bar + Space(4) + d.Combonumerofactura);
+    corte3.corta(25, bar + QStringLiteral("  PORTELAS"));
+    const QString linea3 =
+        Left(corte3.texto(), 54) + bar + Space(4) + print_layout::Importe(d.Labeltotalfactura) + Space(6) + bar;
 
-    QString linea6 = Space(12) + bar + Space(12) + d.Textfechafactura + Space(6) + bar + Space(80);
-    linea6 = Left(linea6, 50) + d.Comborecibosfactura + Space(12) + bar;
+    const QString linea6 = Left(Space(12) + bar + Space(12) + d.Textfechafactura + Space(6) + bar + Space(80), 50) +
+                           d.Comborecibosfactura + Space(12) + bar;
 
     return {
         regla,

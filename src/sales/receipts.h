@@ -45,7 +45,7 @@ std::vector<Campo> CamposReciboFactura(const print_layout::Documento& d);
 //       vb::RunPrintJob({.dialog = CommonDialog1, .calendar = Calendario,
 //                        .procedures = {[this] { recibo(); }}});
 //   }
-//   void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Ventana()); }
+//   void FormFacturaVenta::recibo() { receipts::ReciboFactura(vb::Printer(), Impresion.impreso); }
 void ReciboFactura(vb::PrinterObject& printer, const print_layout::Documento& d);
 
 } // namespace vel::receipts

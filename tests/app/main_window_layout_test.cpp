@@ -9,6 +9,7 @@
 #include "core/session.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
+#include "support/widgets.h"
 
 #include <QApplication>
 #include <QMdiArea>
@@ -50,9 +51,7 @@ protected:
         vb::ResetEnded();
         vb::SetAppPath(QString());
     }
-    static void settle() {
-        for (int i = 0; i < 4; ++i) QApplication::processEvents();
-    }
+    static void settle() { veltest::settle(); }
     QMdiSubWindow* open(const char* entry) {
         vb::Form* form = mdi->Abrir(QString::fromLatin1(entry));
         settle();

@@ -13,6 +13,8 @@
 #include "runtime/flexgrid.h"
 #include "runtime/msgbox.h"
 #include "support/positional_insert.h"
+#include "support/message_boxes.h"
+#include "support/widgets.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -27,15 +29,6 @@
 
 namespace {
 
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return (style & 7) == vb::vbYesNo ? vb::vbYes : vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
 
 const char* kCliente =
     "INSERT INTO clientes VALUES ('C001', 'B12345678', 'PEDRO', 'GARCIA', 'FERRETERIA PEDRO', 'CALLE MAYOR 1', "
@@ -49,7 +42,7 @@ const char* kProveedor =
 class Cards : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    Boxes boxes;
+    veltest::RecordedBoxes boxes{veltest::YesToQuestions};
     bool ended = false;
     std::unique_ptr<vel::CardWindow> w;
 
@@ -84,17 +77,8 @@ protected:
         w->Load();
         settle();
     }
-    static void settle() {
-        for (int i = 0; i < 6; ++i) {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
-    template <class T> T* control(const char* name) {
-        T* c = w->findChild<T*>(QString::fromLatin1(name));
-        EXPECT_NE(c, nullptr) << name;
-        return c;
-    }
+    static void settle() { veltest::settle(); }
+    template <class T> T* control(const char* name) { return veltest::control<T>(w.get(), name); }
     void click(const char* button) {
         QTest::mouseClick(control<QPushButton>(button), Qt::LeftButton);
         settle();

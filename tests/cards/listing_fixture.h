@@ -13,6 +13,8 @@
 #include "runtime/print_transcript.h"
 #include "runtime/printer.h"
 #include "support/positional_insert.h"
+#include "support/message_boxes.h"
+#include "support/print_to.h"
 
 #include <QFile>
 #include <QLineEdit>
@@ -26,27 +28,12 @@
 #include <optional>
 #include <ostream>
 
-QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
-QT_END_NAMESPACE
 
 namespace vel::testing {
 
 // Every box shown, as "TITLE|TEXT|STYLE"; the answers queued, else the default.
-struct Boxes : vb::MessageBoxService {
-    QStringList shown;
-    std::deque<int> answers;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        if (!answers.empty()) {
-            const int a = answers.front();
-            answers.pop_front();
-            return a;
-        }
-        if ((style & 7) == vb::vbYesNo) return (style & vb::vbDefaultButton2) ? vb::vbNo : vb::vbYes;
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
+struct Boxes : veltest::RecordedBoxes {
+    Boxes() : veltest::RecordedBoxes(veltest::DefaultButton) {}
 };
 
 // The print dialog: every answer chooses the recording printer's printer.

@@ -130,10 +130,10 @@ public:
         FiltrarTeclas({ui.Textcoste}, vel::TeclasDeNumero);
         FiltrarTeclas({ui.Textgarantia}, vel::SoloDigitos);
     }
-    void Commandnuevo_Click() override { EntrarEnModo("N"); }
-    void Commandmodificar_Click() override { EntrarEnModo("M"); }
-    void Commandconsultar_Click() override { EntrarEnModo("O"); }
-    void Commandborrar_Click() override { EntrarEnModo("B"); }
+    void Commandnuevo_Click() override { EntrarEnModo(vel::Modo::Nuevo); }
+    void Commandmodificar_Click() override { EntrarEnModo(vel::Modo::Modificar); }
+    void Commandconsultar_Click() override { EntrarEnModo(vel::Modo::Consultar); }
+    void Commandborrar_Click() override { EntrarEnModo(vel::Modo::Borrar); }
     void Commandaceptar_Click() override {}
 
 protected:
@@ -145,8 +145,8 @@ protected:
     }
 
 private:
-    void EntrarEnModo(const char* letra) {
-        ModoVentana = QString::fromLatin1(letra);
+    void EntrarEnModo(vel::Modo modo) {
+        ModoVentana = modo;
         Borrar();
         Texto();
         Botones();
@@ -182,7 +182,7 @@ TEST_F(MaintenanceWindowKeys, TextoFlipsTheFramesTheWindowNames) {
     EXPECT_TRUE(vb::Enabled(w->ui.Textcoste));
     EXPECT_FALSE(w->ui.Textcoste->isEnabled());
     pulsar(w->ui.Commandnuevo);
-    EXPECT_EQ(w->ModoVentana, "N");
+    EXPECT_EQ(Letra(w->ModoVentana), "N");
     EXPECT_TRUE(w->ui.FrameDatos->isEnabled());
     EXPECT_TRUE(w->ui.Textcoste->isEnabled());
 }
@@ -202,7 +202,7 @@ TEST_F(MaintenanceWindowKeys, CancelarLeavesTheModeAndThenClosesTheWindow) {
     QTest::keyClicks(w->ui.Textreferencia, "ab12");
     vb::SetValue(w->ui.Checkoferta, 1);
     pulsar(w->ui.Commandcancelar);
-    EXPECT_EQ(w->ModoVentana, "");
+    EXPECT_EQ(Letra(w->ModoVentana), "");
     EXPECT_FALSE(w->IsUnloaded());
     EXPECT_TRUE(w->ui.Commandnuevo->isEnabled());
     EXPECT_FALSE(w->ui.FrameDatos->isEnabled());

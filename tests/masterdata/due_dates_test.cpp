@@ -6,7 +6,7 @@
 // (31 from a 31-day month, 28 from February), the collection-day loops, the
 // weekend shift and the way back into the month, the March correction with C.
 #include "masterdata/due_dates.h"
-#include "runtime/qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/calendar.h"
 #include "runtime/errors.h"
 #include <gtest/gtest.h>

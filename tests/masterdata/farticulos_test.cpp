@@ -9,6 +9,7 @@
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 #include "support/positional_insert.h"
+#include "support/message_boxes.h"
 
 #include <QSignalBlocker>
 #include <QTemporaryDir>
@@ -18,16 +19,6 @@
 namespace {
 
 // Message boxes answered Yes, and remembered.
-class SiATodo : public vb::MessageBoxService {
-public:
-    int show(const QString&, const QString& text, int) override {
-        textos << text;
-        return vb::vbYes;
-    }
-    void about(const QString&, const QString&) override {}
-    QStringList textos;
-};
-
 class Abierta : public vel::Farticulos {
 public:
     using vel::Farticulos::SentenciaCargarDatos;
@@ -212,11 +203,11 @@ TEST_F(Tienda, PricesChangeUnderTheWaitPointer) {
             return 0;
         },
         &punteros);
-    SiATodo cajas;
+    veltest::RecordedBoxes cajas{veltest::YesToAll};
     vb::SetMessageBoxService(&cajas);
     w.CommandRecalcular_Click();
     vb::SetMessageBoxService(nullptr);
-    EXPECT_EQ(cajas.textos.size(), 1);
+    EXPECT_EQ(cajas.texts.size(), 1);
     sqlite3_trace_v2(db->handle(), 0, nullptr, nullptr);
     EXPECT_EQ(punteros, std::vector<int>{vb::vbHourglass});
     EXPECT_EQ(vb::MousePointer(), vb::vbDefault);

@@ -8,6 +8,7 @@
 #include "masterdata/fproveedores.h"
 #include "masterdata/partner_search.h"
 #include "runtime/msgbox.h"
+#include "support/message_boxes.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -17,16 +18,6 @@
 namespace {
 
 // Records every message box and answers OK.
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString&, const QString& text, int) override {
-        shown << text;
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
-
 // The window with its piece within reach.
 template <class W>
 class Open : public W {
@@ -71,7 +62,7 @@ protected:
         for (auto it = more.begin(); it != more.end(); ++it) boxes[it.key()] = it.value();
         db->Execute(vel::PartnerInsert(t, [&](const QString& c) { return boxes.value(c); }));
     }
-    Boxes boxes;
+    veltest::RecordedBoxes boxes;
 };
 
 TEST_F(PartnerSearch, FourListsEachInItsOrderAndOneEmptyNameAtTheEnd) {
@@ -109,7 +100,7 @@ TEST_F(PartnerSearch, EachListFindsTheRecordAndSetsTheOtherThree) {
         for (const char* list : {"Combonif", "Combocodigo", "Combonombrefiscal", "Combonombrecomercial"})
             EXPECT_EQ(w.List(list)->ListIndex(), 1) << c.word << " " << list;
     }
-    EXPECT_TRUE(boxes.shown.isEmpty());
+    EXPECT_TRUE(boxes.texts.isEmpty());
 }
 
 // A list chosen while another list is in use searches nothing.
@@ -166,7 +157,7 @@ TEST_F(PartnerSearch, ATextNotFoundIsReportedInTheTablesWords) {
     proveedores.Listas.CampoBusqueda = "FISCAL";
     proveedores.List("Combonombrefiscal")->SetText("NADIE");
     proveedores.Listas.buscanif();
-    EXPECT_EQ(boxes.shown, (QStringList{"No se ha encontrado el Cliente.", "No se ha encontrado el proveedor."}));
+    EXPECT_EQ(boxes.texts, (QStringList{"No se ha encontrado el Cliente.", "No se ha encontrado el proveedor."}));
     // Nothing else happened: the box took the text, the other lists stayed.
     EXPECT_EQ(clientes.Text("Textnombrefiscal"), "NADIE");
     EXPECT_EQ(clientes.Text("Textnif"), "");
@@ -222,7 +213,7 @@ TEST_F(PartnerSearch, CodesWithNoRowSayItInTheirLabels) {
     EXPECT_EQ(w.Text("Labeltienda"), "No existe esa tienda. Por favor, revíselo");
     // A tariff of 0 leaves the list with nothing chosen.
     EXPECT_EQ(w.List("Combotarifa")->ListIndex(), -1);
-    EXPECT_TRUE(boxes.shown.isEmpty());
+    EXPECT_TRUE(boxes.texts.isEmpty());
 }
 
 // The supplier has no VAT, store, tariff or discounts: what the user left in

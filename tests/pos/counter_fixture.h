@@ -15,6 +15,7 @@
 #include "runtime/msgbox.h"
 #include "runtime/print_transcript.h"
 #include "runtime/vb.h"
+#include "support/message_boxes.h"
 
 #include <QApplication>
 #include <QFile>
@@ -37,28 +38,6 @@ public:
     using vel::FTpv::SentenciaLinea;
 };
 
-class CajasRegistradas : public vb::MessageBoxService {
-public:
-    struct Caja {
-        QString titulo, texto;
-        int estilo;
-    };
-    std::vector<Caja> vistas;
-    std::deque<int> respuestas;
-    int show(const QString& title, const QString& text, int style) override {
-        vistas.push_back({title, text, style});
-        if (respuestas.empty()) return (style & 7) == vb::vbYesNo ? vb::vbYes : vb::vbOK;
-        const int r = respuestas.front();
-        respuestas.pop_front();
-        return r;
-    }
-    void about(const QString&, const QString&) override {}
-    QStringList textos() const {
-        QStringList t;
-        for (const Caja& c : vistas) t << c.texto;
-        return t;
-    }
-};
 
 // A product as the products window writes it, with what the counter reads:
 // reference, description, price with VAT, VAT code and three bar codes.
@@ -191,7 +170,7 @@ protected:
     }
 
     QTemporaryDir dir;
-    CajasRegistradas cajas;
+    veltest::RecordedBoxes cajas{veltest::YesToQuestions};
     vb::PrintRecorder impresora;
     int pitidos = 0;
     bool terminado = false;

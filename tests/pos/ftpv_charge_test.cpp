@@ -46,7 +46,7 @@ TEST_F(Mostrador, MoneyThatCoversTheTotalGivesChangeAndStoresTheSale) {
     EXPECT_EQ(Lista("ComboTicket")->Text(), QStringLiteral("000002"));
     EXPECT_EQ(Foco(), Caja("Textreferencia"));
     EXPECT_EQ(pitidos, 0);
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
 }
 
 TEST_F(Mostrador, TheNextArticleClearsTheLastSaleFromView) {
@@ -141,7 +141,7 @@ TEST_F(Mostrador, FunctionKeysFiveToNineAndTwelveDoNothingVisible) {
     EXPECT_EQ(Caja("Textreferencia")->text(), QStringLiteral("LEC1"));
     EXPECT_EQ(Etiqueta("Labeltotal")->text(), QStringLiteral("12.50"));
     EXPECT_TRUE(Filas(kCabecera).isEmpty());
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
     EXPECT_EQ(pitidos, 0);
     EXPECT_FALSE(terminado);
 }
@@ -202,14 +202,14 @@ TEST_F(Mostrador, ALineThatFailsLeavesTheCounterAndTheHeader) {
 TEST_F(Mostrador, AnularAsksAndOnYesDropsTheTicket) {
     Abrir();
     Vende("MAR500", "1");
-    cajas.respuestas = {vb::vbNo};
+    cajas.answers = {vb::vbNo};
     Pulsa("CommandAnular");
-    ASSERT_EQ(cajas.vistas.size(), 1u);
-    EXPECT_EQ(cajas.vistas[0].texto, QStringLiteral(" ¿Desea anular el ticket actual?"));
-    EXPECT_EQ(cajas.vistas[0].titulo, QStringLiteral("Advertencia"));
-    EXPECT_EQ(cajas.vistas[0].estilo, vb::vbYesNo);
+    ASSERT_EQ(cajas.boxes.size(), 1u);
+    EXPECT_EQ(cajas.boxes[0].text, QStringLiteral(" ¿Desea anular el ticket actual?"));
+    EXPECT_EQ(cajas.boxes[0].title, QStringLiteral("Advertencia"));
+    EXPECT_EQ(cajas.boxes[0].style, vb::vbYesNo);
     EXPECT_EQ(Ticket()->count(), 1);
-    cajas.respuestas = {vb::vbYes};
+    cajas.answers = {vb::vbYes};
     Pulsa("CommandAnular");
     EXPECT_EQ(Ticket()->count(), 0);
     EXPECT_EQ(Etiqueta("LabelImporte")->text(), QString());
@@ -223,7 +223,7 @@ TEST_F(Mostrador, AnularAsksAndOnYesDropsTheTicket) {
 TEST_F(Mostrador, AnularWithNoLinesAsksNothing) {
     Abrir();
     Pulsa("CommandAnular");
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
     EXPECT_EQ(Foco(), Caja("Textreferencia"));
 }
 

@@ -14,7 +14,7 @@ TEST_F(Mostrador, AReferenceFindsTheArticleAndGoesToTheUnits) {
     EXPECT_EQ(Caja("TextImporte")->text(), QStringLiteral("0.120"));
     EXPECT_EQ(ventana->ivaactual(), 21.0f);
     EXPECT_EQ(Foco(), Caja("TextUnidades"));
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
 }
 
 // Each of the three bar codes finds the same article as the reference; the
@@ -30,14 +30,14 @@ TEST_F(Mostrador, EachBarCodeFindsWhatTheReferenceFinds) {
         EXPECT_EQ(Foco(), Caja("TextUnidades")) << codigo;
         Pulsa("Commandborrar");
     }
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
 }
 
 TEST_F(Mostrador, AScannedCodeThatMatchesNothingAddsNothing) {
     Abrir();
     Escanea("9999999999999");
-    EXPECT_EQ(cajas.textos(), QStringList{"Código no encontrado"});
-    EXPECT_EQ(cajas.vistas[0].titulo, vb::AppTitle());
+    EXPECT_EQ(cajas.texts, QStringList{"Código no encontrado"});
+    EXPECT_EQ(cajas.boxes[0].title, vb::AppTitle());
     EXPECT_EQ(Caja("Textdescripcion")->text(), QString());
     EXPECT_EQ(Ticket()->count(), 0);
     EXPECT_EQ(Foco(), Caja("Textreferencia"));
@@ -47,7 +47,7 @@ TEST_F(Mostrador, EnterInAnEmptyReferenceGoesToTheDescription) {
     Abrir();
     Intro();
     EXPECT_EQ(Foco(), Caja("Textdescripcion"));
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
 }
 
 // "TORN" is in two descriptions: the first article stored is the one found,
@@ -75,7 +75,7 @@ TEST_F(Mostrador, ADescriptionThatMatchesNothing) {
     Abrir();
     Teclea("Textdescripcion", "DESTORNILLADOR");
     Intro();
-    EXPECT_EQ(cajas.textos(), QStringList{"Descripción no encontrada"});
+    EXPECT_EQ(cajas.texts, QStringList{"Descripción no encontrada"});
     EXPECT_EQ(Caja("Textreferencia")->text(), QString());
 }
 
@@ -104,9 +104,9 @@ TEST_F(Mostrador, AQuoteInTheReferenceEndsTheProgram) {
     Vende("TOR440", "2");
     Escanea("O'BRIEN");
     EXPECT_TRUE(terminado);
-    ASSERT_EQ(cajas.vistas.size(), 1u);
-    EXPECT_EQ(cajas.vistas[0].estilo, vb::vbCritical);
-    EXPECT_TRUE(cajas.vistas[0].texto.startsWith("Se ha producido el error '3075'")) << cajas.vistas[0].texto.toStdString();
+    ASSERT_EQ(cajas.boxes.size(), 1u);
+    EXPECT_EQ(cajas.boxes[0].style, vb::vbCritical);
+    EXPECT_TRUE(cajas.boxes[0].text.startsWith("Se ha producido el error '3075'")) << cajas.boxes[0].text.toStdString();
     EXPECT_TRUE(Filas("SELECT numero_cabecera_diaria_ticket FROM cabecera_diaria_ticket").isEmpty());
     EXPECT_TRUE(Filas("SELECT numero_detalle_diaria_ticket FROM detalle_diaria_ticket").isEmpty());
     EXPECT_TRUE(Filas("SELECT contador_series FROM series").isEmpty());

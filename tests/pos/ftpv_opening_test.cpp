@@ -64,8 +64,8 @@ TEST_F(Mostrador, WithoutConfigTheProgramEnds) {
     QFile::remove(dir.filePath("config.ini"));
     Abrir();
     EXPECT_TRUE(terminado);
-    ASSERT_EQ(cajas.vistas.size(), 1u);
-    EXPECT_TRUE(cajas.vistas[0].texto.contains("53"));
+    ASSERT_EQ(cajas.boxes.size(), 1u);
+    EXPECT_TRUE(cajas.boxes[0].text.contains("53"));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // The printed ticket: what comes out of the receipt printer when a sale is
 // charged, read on the recording printer line by line with its fonts.
 #include "counter_fixture.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ TEST_F(Mostrador, ChargingPrintsOneTicketOnTheReceiptRollWithNoDialog) {
     EXPECT_FALSE(job.aborted);
     EXPECT_EQ(job.settings.paper, vb::Paper::Receipt);
     EXPECT_EQ(job.destination.name(), QStringLiteral("Grabadora"));
-    EXPECT_TRUE(cajas.vistas.empty());
+    EXPECT_TRUE(cajas.boxes.empty());
     // The Printer is back on the sheet for the next document of the program.
     EXPECT_EQ(vb::Printer().PaperKind(), vb::Paper::Sheet);
 }
@@ -169,8 +169,8 @@ TEST_F(Mostrador, WithNoPrinterAtAllTheSaleIsStoredAndNoPaperComesOut) {
               QStringList{"MAR500       "});
     EXPECT_EQ(Filas("SELECT contador_series FROM series"), QStringList{"1"});
     EXPECT_TRUE(terminado);
-    ASSERT_EQ(cajas.vistas.size(), 1u);
-    EXPECT_TRUE(cajas.vistas[0].texto.contains("'484'")) << cajas.vistas[0].texto.toStdString();
+    ASSERT_EQ(cajas.boxes.size(), 1u);
+    EXPECT_TRUE(cajas.boxes[0].text.contains("'484'")) << cajas.boxes[0].text.toStdString();
 }
 
 TEST_F(Mostrador, NothingIsPrintedUntilASaleIsCharged) {

@@ -1,5 +1,5 @@
 // The clock: documents take today's date, and tests pin it.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/clock.h"
 #include "runtime/vb.h"
 

@@ -1,7 +1,7 @@
 // The common dialog: the open dialog of the import and the print dialog of
 // every print button. Tests answer through the environment's DialogService;
 // the real program shows Qt's dialogs, which are looked at here too.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/common_dialog.h"
 #include "runtime/environment.h"
 #include "runtime/errors.h"

@@ -1,6 +1,6 @@
 // CStr: the plain text of a number, as a running total is written into a label
 // before the label's own handler rounds it.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/vb.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // CDate and IsDate: dates typed by the user, always day first.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/clock.h"
 #include "runtime/vb.h"
 

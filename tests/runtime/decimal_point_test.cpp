@@ -1,6 +1,6 @@
 // A shop PC set to Spanish still writes and reads amounts with a point: the
 // SQL text and the labels depend on it.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/vb.h"
 
 #include <QLocale>

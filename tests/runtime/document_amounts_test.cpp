@@ -2,7 +2,7 @@
 // text in labels read with Val, plain text of the result written back, and the
 // label's change handler rounding it with Format. These check that the runtime
 // pieces give the figures the shop sees.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/vb.h"
 
 #include <gtest/gtest.h>

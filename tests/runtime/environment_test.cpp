@@ -1,38 +1,29 @@
 // The environment a test or the scenario driver installs: message boxes,
 // dialogs, clock, program folder and the end of the program in one object,
 // and the one before back when it is removed.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
 #include "runtime/common_dialog.h"
 #include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "support/message_boxes.h"
 #include <QCoreApplication>
 #include <gtest/gtest.h>
 
 namespace {
 
-class CountingBoxes : public vb::MessageBoxService {
-public:
-    int shown = 0;
-    int show(const QString&, const QString&, int) override {
-        ++shown;
-        return vb::vbNo;
-    }
-    void about(const QString&, const QString&) override { ++shown; }
-};
-
 const QDateTime kMorning(QDate(2026, 11, 21), QTime(10, 0, 0));
 
 TEST(Environment, InstalledItGivesTheBoxesClockFolderAndEnd) {
-    CountingBoxes boxes;
+    veltest::RecordedBoxes boxes{veltest::NoToAll};
     bool ended = false;
     {
         vb::InstalledEnvironment env(
             {.messageBoxes = &boxes, .clock = kMorning, .programFolder = "/tmp/tienda", .onEnd = [&] { ended = true; }});
         EXPECT_EQ(vb::MsgBox("¿Seguro?", vb::vbYesNo), vb::vbNo);
-        EXPECT_EQ(boxes.shown, 1);
+        EXPECT_EQ(boxes.shown.size(), 1);
         EXPECT_EQ(vb::Now(), kMorning);
         EXPECT_TRUE(vb::clock::pinned());
         EXPECT_EQ(vb::AppPath(), "/tmp/tienda");
@@ -60,7 +51,7 @@ TEST(Environment, TheShorthandsChangeTheEnvironmentInForce) {
 }
 
 TEST(Environment, AnInnerEnvironmentGivesBackTheOuterOne) {
-    CountingBoxes outer, inner;
+    veltest::RecordedBoxes outer{veltest::NoToAll}, inner{veltest::NoToAll};
     vb::InstalledEnvironment a({.messageBoxes = &outer, .programFolder = "/tmp/a"});
     {
         vb::InstalledEnvironment b({.messageBoxes = &inner, .programFolder = "/tmp/b"});
@@ -68,8 +59,8 @@ TEST(Environment, AnInnerEnvironmentGivesBackTheOuterOne) {
         EXPECT_EQ(vb::AppPath(), "/tmp/b");
     }
     vb::MsgBox("dos");
-    EXPECT_EQ(inner.shown, 1);
-    EXPECT_EQ(outer.shown, 1);
+    EXPECT_EQ(inner.shown.size(), 1);
+    EXPECT_EQ(outer.shown.size(), 1);
     EXPECT_EQ(vb::AppPath(), "/tmp/a");
 }
 

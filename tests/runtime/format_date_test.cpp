@@ -1,6 +1,6 @@
 // Format of dates and times: document dates, the clock in reports and tickets,
 // the weekday digit of the due-date walk.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 

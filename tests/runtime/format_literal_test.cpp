@@ -1,6 +1,6 @@
 // A mask may carry fixed text: a character after a backslash, or a text in
 // double quotes. Number, date and text masks all print it as it stands.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/vb.h"
 #include <gtest/gtest.h>
 

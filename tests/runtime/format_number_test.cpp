@@ -1,5 +1,5 @@
 // Format of numbers: every mask the windows use to show amounts and stored numbers.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/vb.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // Format applied to the text of a control: numbers typed in boxes, dates typed
 // in date boxes, and the "!@@" codes at the head of combo entries.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/clock.h"
 #include "runtime/vb.h"
 

@@ -10,6 +10,7 @@
 #include "runtime/listbox.h"
 #include "runtime/msgbox.h"
 #include "runtime/sstab.h"
+#include "support/message_boxes.h"
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QCalendarWidget>
@@ -21,16 +22,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-class QuietBoxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString&, const QString& text, int) override {
-        shown << text;
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
 
 class MouseForm : public vb::Form {
 public:
@@ -84,7 +75,7 @@ void doubleClick(QWidget* w, const QPoint& at) {
 
 class BridgeMouse : public ::testing::Test {
 protected:
-    QuietBoxes boxes;
+    veltest::RecordedBoxes boxes;
     bool ended = false;
     vb::InstalledEnvironment env{{.messageBoxes = &boxes, .onEnd = [this] { ended = true; }}};
     MouseForm form;
@@ -114,8 +105,8 @@ TEST_F(BridgeMouse, AnErrorInDblClickEndsTheProgramWithItsMessage) {
     auto* l = form.ListArticulos;
     doubleClick(l->viewport(), l->visualItemRect(l->item(0)).center());
     EXPECT_TRUE(ended);
-    ASSERT_EQ(boxes.shown.size(), 1);
-    EXPECT_TRUE(boxes.shown[0].contains("No coinciden los tipos"));
+    ASSERT_EQ(boxes.texts.size(), 1);
+    EXPECT_TRUE(boxes.texts[0].contains("No coinciden los tipos"));
 }
 
 TEST_F(BridgeMouse, GridClickAndDoubleClickCarryTheCell) {

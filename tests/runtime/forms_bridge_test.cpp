@@ -5,6 +5,8 @@
 #include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
+#include "support/message_boxes.h"
+#include "support/widgets.h"
 #include <QApplication>
 #include <QTest>
 #include <QVBoxLayout>
@@ -17,15 +19,7 @@
 
 namespace {
 
-class RecordingBoxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return vb::vbOK;
-    }
-    void about(const QString& a, const QString& n) override { shown << a + "|" + n; }
-};
+using veltest::settle;
 
 // A small window of the kind the program has: two text boxes, a combo, a button.
 class SampleForm : public vb::Form {
@@ -71,7 +65,7 @@ public:
 
 class FormsBridge : public ::testing::Test {
 protected:
-    RecordingBoxes boxes;
+    veltest::RecordedBoxes boxes;
     SampleForm* form = nullptr;
     bool endedSeen = false;
     std::optional<vb::InstalledEnvironment> env;
@@ -86,9 +80,6 @@ protected:
     void TearDown() override {
         delete form;
         env.reset();
-    }
-    static void settle() {
-        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents();
     }
 };
 
@@ -390,16 +381,13 @@ TEST_F(FormsBridge, AnIndexPastTheEndInAnEventRaisedByCodeIsTrappedLikeAnyError)
 TEST_F(FormsBridge, AnErrorHeldForTheCodeWaitsWhileAMessageBoxIsOpen) {
     // An event that arrives while a box is open enters afresh: it neither
     // receives nor raises the error held for the code that opened the box.
-    struct EventDuringBox : RecordingBoxes {
-        std::function<void()> event;
-        int show(const QString& title, const QString& text, int style) override {
-            if (event) std::exchange(event, nullptr)();
-            return RecordingBoxes::show(title, text, style);
-        }
-    } boxWithEvent;
+    veltest::RecordedBoxes boxWithEvent;
     vb::SetMessageBoxService(&boxWithEvent);
     bool inner = false;
-    boxWithEvent.event = [&] { vb::RunEvent([&] { inner = true; }); };
+    std::function<void()> event = [&] { vb::RunEvent([&] { inner = true; }); };
+    boxWithEvent.whileShown = [&](const veltest::ShownBox&) {
+        if (event) std::exchange(event, nullptr)();
+    };
     QObject::connect(form->Text1, &QLineEdit::textChanged, form, [] {
         vb::RunEvent([] { vb::Raise(13, "No coinciden los tipos"); });
     });

@@ -1,6 +1,6 @@
 // Reading a sequential file value by value, as config.ini and the exchange
 // files are read.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 

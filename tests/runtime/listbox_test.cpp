@@ -1,7 +1,7 @@
 // The list box as the products window uses its list of articles: entries
 // added and removed, ListIndex, and Click and DblClick from real mouse and
 // key events.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/listbox.h"
 #include <QApplication>

@@ -1,5 +1,5 @@
 // Round, Int and Fix: the printed amounts are Format(Round(Val(text), 2), "0.00").
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 

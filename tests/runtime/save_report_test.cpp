@@ -1,13 +1,14 @@
 // The save report of the invoice, delivery-note and supplier-card windows: a
 // failing statement of the save shows a box, is written to the report file
 // beside the program, and the save goes on.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
 #include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 #include "runtime/save_report.h"
+#include "support/message_boxes.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -15,21 +16,6 @@
 #include <optional>
 
 namespace {
-
-struct ShownBox {
-    QString title, text;
-    int style;
-};
-
-class RecordingBoxes : public vb::MessageBoxService {
-public:
-    int show(const QString& title, const QString& text, int style) override {
-        shown.push_back({title, text, style});
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-    std::vector<ShownBox> shown;
-};
 
 const vb::RuntimeError kApostrophe(3134, QString::fromUtf8("Error de sintaxis en la instrucción INSERT INTO."));
 
@@ -59,7 +45,7 @@ protected:
         return QString::fromUtf8(f.readAll());
     }
     QTemporaryDir dir_;
-    RecordingBoxes boxes_;
+    veltest::RecordedBoxes boxes_;
     std::optional<vb::InstalledEnvironment> env_;
 };
 
@@ -93,10 +79,10 @@ const char* const kInvoiceReport =
 
 TEST_F(SaveReport, ShowsTheErrorInABoxTitledError) {
     vb::ShowSaveReport(kApostrophe, vb::kInvoiceReportFile, "N", vb::InvoiceReportRecord(aCustomerDocument()), "3", "0");
-    ASSERT_EQ(boxes_.shown.size(), 1u);
-    EXPECT_EQ(boxes_.shown[0].title, QStringLiteral("ERROR"));
-    EXPECT_EQ(boxes_.shown[0].style, 48);
-    EXPECT_EQ(boxes_.shown[0].text,
+    ASSERT_EQ(boxes_.boxes.size(), 1u);
+    EXPECT_EQ(boxes_.boxes[0].title, QStringLiteral("ERROR"));
+    EXPECT_EQ(boxes_.boxes[0].style, 48);
+    EXPECT_EQ(boxes_.boxes[0].text,
               QString::fromUtf8("Se ha detectado el siguiente error: \n"
                                 "\n"
                                 "  Error nº: 3134\n"
@@ -131,7 +117,7 @@ TEST_F(SaveReport, EachErrorIsAppendedAndTheFileGrows) {
     EXPECT_TRUE(report.startsWith(QString::fromUtf8(kInvoiceReport)));
     EXPECT_TRUE(report.contains(QStringLiteral("Fecha: 10/03/2026\n Hora: 09:00:00\n")));
     EXPECT_EQ(report.count(QString(80, u'*')), 2);
-    EXPECT_EQ(boxes_.shown.size(), 2u);
+    EXPECT_EQ(boxes_.boxes.size(), 2u);
 }
 
 TEST_F(SaveReport, AnExistingReportIsKept) {
@@ -218,7 +204,7 @@ TEST_F(SaveReport, TheTrapReportsAndTheSaveGoesOn) {
     EXPECT_TRUE(trap([&] { written.push_back(QStringLiteral("cabecera")); }));
     EXPECT_EQ(written, (std::vector<QString>{"linea 1", "linea 3", "cabecera"}));
     EXPECT_EQ(trap.reports(), 1);
-    ASSERT_EQ(boxes_.shown.size(), 1u);
+    ASSERT_EQ(boxes_.boxes.size(), 1u);
     const QString report = read("erralbar.txt");
     EXPECT_TRUE(report.contains(QStringLiteral("         F: 2\n    buscar: Falso\n")));
     EXPECT_TRUE(report.contains(QString::fromUtf8("   Número albaran: 00017\n")));
@@ -233,5 +219,5 @@ TEST_F(SaveReport, AReportThatCannotBeWrittenIsNotTrappedFurther) {
     } catch (const vb::RuntimeError& e) {
         EXPECT_EQ(e.Number, 76);
     }
-    EXPECT_EQ(boxes_.shown.size(), 1u); // the box came first
+    EXPECT_EQ(boxes_.boxes.size(), 1u); // the box came first
 }

@@ -1,6 +1,6 @@
 // External programs: a command line with its arguments, and the run-and-wait
 // of the packing tools, which lets the event queue run while it waits.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/app.h"
 #include "runtime/environment.h"
 #include "runtime/errors.h"

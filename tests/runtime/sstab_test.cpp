@@ -1,6 +1,6 @@
 // The tab strip of the products and customers windows: pages by caption, Tab,
 // and Click with the page that was in front, from a real click on a tab.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/sstab.h"
 #include <QLineEdit>

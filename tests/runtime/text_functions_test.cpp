@@ -1,5 +1,5 @@
 // Text functions: upper-casing of names, fixed-column print lines and combo texts.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 

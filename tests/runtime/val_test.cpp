@@ -1,5 +1,5 @@
 // Val: how every amount, quantity and code typed in a window is read.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 

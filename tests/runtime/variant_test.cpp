@@ -1,5 +1,5 @@
 // A database field's value as the windows read it.
-#include "qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/variant.h"
 

@@ -18,6 +18,8 @@
 #include "runtime/vb.h"
 #include "sales/formalbaranventa.h"
 #include "sales/receipts.h"
+#include "support/message_boxes.h"
+#include "support/widgets.h"
 
 #include <QApplication>
 #include <QFile>
@@ -29,15 +31,7 @@
 namespace vel::testing {
 namespace {
 
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
+using veltest::settle;
 
 // Pedro, who banks with the Banco del Norte, and the note 00012 of 2026 with
 // three lines.
@@ -49,7 +43,7 @@ const char* kPedro =
 class DeliveryNoteWindowPrint : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    Boxes boxes;
+    veltest::RecordedBoxes boxes;
     vb::PrintRecorder recorder;
     PrintDialogAnswers dialogs;
     std::optional<vb::InstalledEnvironment> env;
@@ -105,17 +99,7 @@ protected:
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
         f.write((tag + "\r\n").toLatin1());
     }
-    static void settle() {
-        for (int i = 0; i < 6; ++i) {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
-    template <class T> T* control(const char* name) {
-        T* c = w->findChild<T*>(QString::fromLatin1(name));
-        EXPECT_NE(c, nullptr) << name;
-        return c;
-    }
+    template <class T> T* control(const char* name) { return veltest::control<T>(w.get(), name); }
     void click(const char* name) {
         QTest::mouseClick(control<QPushButton>(name), Qt::LeftButton);
         settle();

@@ -1,7 +1,7 @@
 // The statements that store a document, written into a real database and read
 // back column by column: the store's column list checks the count and order.
 #include "core/store_fixture.h"
-#include "runtime/qstring_printer.h"
+#include "support/print_to.h"
 #include "sales/document_statements.h"
 #include "support/positional_insert.h"
 
@@ -129,6 +129,42 @@ TEST_F(DocumentStatements, TextInNumberCellsGoesThroughVal) {
                        .subtotal = "", .descuento = "", .total = "0.000"};
     const QString sql = vel::SentenciaLinea(DocumentoVenta::Albaran, kNota, c);
     EXPECT_TRUE(sql.contains("'', '', 2, '3abc', '', '', '0', 0, 0, '0', '1'")) << sql.toStdString();
+}
+
+// A document is read by year and number alone; the number goes as the caller
+// gives it (five digits for the header and its lines, as typed for its owner).
+TEST(DocumentKeyStatements, ReadByYearAndNumber) {
+    EXPECT_EQ(vel::SentenciaPorEjercicioYNumero("albaran", "cabecera", "*", "2026", "00017"),
+              "SELECT * FROM cabecera_albaran_venta WHERE ejercicio_cabecera_albaran_venta = 2026 AND "
+              "numero_cabecera_albaran_venta = 00017");
+    EXPECT_EQ(vel::SentenciaPorEjercicioYNumero("factura", "detalle", "*", "2026", "00003"),
+              "SELECT * FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = 2026 AND "
+              "numero_detalle_factura_venta = 00003");
+    EXPECT_EQ(vel::SentenciaPorEjercicioYNumero("albaran", "cabecera", "nif_cabecera_albaran_venta", "2026", "17"),
+              "SELECT nif_cabecera_albaran_venta FROM cabecera_albaran_venta WHERE "
+              "ejercicio_cabecera_albaran_venta = 2026 AND numero_cabecera_albaran_venta = 17");
+}
+
+TEST(DocumentKeyStatements, TheDeliveryNotesStateAndDeletesNameItsStoreAndSeries) {
+    EXPECT_EQ(vel::SentenciaEstadoAlbaran("03", "2026", "17"),
+              "SELECT estado_cabecera_albaran_venta FROM cabecera_albaran_venta WHERE tienda_cabecera_albaran_venta = "
+              "03 AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = 2026 AND "
+              "numero_cabecera_albaran_venta = 17");
+    EXPECT_EQ(vel::SentenciasBorradoAlbaran("12345678Z", "03", "2026", "17"),
+              (QStringList{"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = '12345678Z' AND "
+                           "tienda_cabecera_albaran_venta = 03 AND serie_cabecera_albaran_venta = 'AV' AND "
+                           "ejercicio_cabecera_albaran_venta = 2026 AND numero_cabecera_albaran_venta = 17",
+                           "DELETE FROM detalle_albaran_venta WHERE tienda_detalle_albaran_venta = 03 AND "
+                           "serie_detalle_albaran_venta = 'AV' AND ejercicio_detalle_albaran_venta = 2026 AND "
+                           "numero_detalle_albaran_venta = 17"}));
+}
+
+TEST(DocumentKeyStatements, TheInvoicesDeletesAreByYearAndNumber) {
+    EXPECT_EQ(vel::SentenciasBorradoFactura("12345678Z", "2026", "3"),
+              (QStringList{"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = '12345678Z' AND "
+                           "ejercicio_cabecera_factura_venta = 2026 AND numero_cabecera_factura_venta = 3",
+                           "DELETE FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = 2026 AND "
+                           "numero_detalle_factura_venta = 3"}));
 }
 
 } // namespace

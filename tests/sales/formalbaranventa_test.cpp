@@ -8,8 +8,10 @@
 #include "runtime/clock.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
-#include "runtime/qstring_printer.h"
+#include "support/print_to.h"
 #include "sales/formalbaranventa.h"
+#include "support/message_boxes.h"
+#include "support/widgets.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -20,15 +22,7 @@
 
 namespace {
 
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return (style & 7) == vb::vbYesNo ? vb::vbYes : vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
+using veltest::settle;
 
 const char* kPedro =
     "INSERT INTO clientes VALUES ('C001', '12345678Z', 'PEDRO', 'GARCIA LOPEZ', 'FERRETERIA PEDRO', 'CALLE MAYOR 1', "
@@ -39,7 +33,7 @@ const char* kPedro =
 class DeliveryNoteWindow : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    Boxes boxes;
+    veltest::RecordedBoxes boxes{veltest::YesToQuestions};
     bool ended = false;
     std::unique_ptr<vel::FormAlbaranVenta> w;
 
@@ -71,17 +65,7 @@ protected:
         w->Load();
         settle();
     }
-    static void settle() {
-        for (int i = 0; i < 6; ++i) {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
-    template <class T> T* control(const char* name) {
-        T* c = w->findChild<T*>(QString::fromLatin1(name));
-        EXPECT_NE(c, nullptr) << name;
-        return c;
-    }
+    template <class T> T* control(const char* name) { return veltest::control<T>(w.get(), name); }
     // A note of Pedro's in the given year.
     void note(int year, int number) {
         vel::BaseDatos->Execute(QStringLiteral(

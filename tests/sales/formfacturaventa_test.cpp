@@ -10,6 +10,8 @@
 #include "runtime/environment.h"
 #include "runtime/msgbox.h"
 #include "sales/formfacturaventa.h"
+#include "support/message_boxes.h"
+#include "support/widgets.h"
 
 #include <QCheckBox>
 #include <QFile>
@@ -22,16 +24,10 @@
 namespace {
 
 // The invoice question is answered Yes, the receipts question No.
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        if ((style & 7) != vb::vbYesNo) return vb::vbOK;
-        return text.contains(QStringLiteral("factura")) ? vb::vbYes : vb::vbNo;
-    }
-    void about(const QString&, const QString&) override {}
-};
+int YesToTheInvoiceOnly(const veltest::ShownBox& box) {
+    if ((box.style & 7) != vb::vbYesNo) return vb::vbOK;
+    return box.text.contains(QStringLiteral("factura")) ? vb::vbYes : vb::vbNo;
+}
 
 // The print dialog: what the tables and App.Title held when it was shown; the
 // machine has no printer to offer.
@@ -69,7 +65,7 @@ const char* kPedro =
 class InvoiceWindow : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    Boxes boxes;
+    veltest::RecordedBoxes boxes{YesToTheInvoiceOnly};
     Dialogs dialogs;
     std::unique_ptr<vb::InstalledEnvironment> env;
     std::unique_ptr<vel::FormFacturaVenta> w;
@@ -96,7 +92,7 @@ protected:
         vel::BaseDatos = nullptr;
         env.reset();
     }
-    template <class T> T* control(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
+    template <class T> T* control(const char* name) { return veltest::control<T>(w.get(), name); }
 };
 
 TEST_F(InvoiceWindow, HasItsOwnControlsAndNoneOfTheDeliveryNotesOwn) {
@@ -116,7 +112,7 @@ TEST_F(InvoiceWindow, HasItsOwnControlsAndNoneOfTheDeliveryNotesOwn) {
     EXPECT_NE(control<QWidget>("ImageLogo"), nullptr);
     EXPECT_NE(control<QObject>("CommonDialog1"), nullptr);
     for (const char* name : {"LabelEstado", "ComboProforma", "CheckProforma", "CommandEnviar", "CommandImprimir"})
-        EXPECT_EQ(control<QObject>(name), nullptr) << name;
+        EXPECT_EQ(w->findChild<QObject*>(QString::fromLatin1(name)), nullptr) << name;
     EXPECT_EQ(control<QLabel>("Label55")->text(), "Factura");
     EXPECT_EQ(control<QLabel>("Titulototalfactura")->text(), "Total Factura");
 }

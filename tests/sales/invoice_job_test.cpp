@@ -2,7 +2,7 @@
 // invoice while it prints, the print dialog, and App.Title put back after.
 #include "invoice_fixture.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "sales/receipts.h"
 
 namespace vel::testing {

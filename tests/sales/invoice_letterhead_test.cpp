@@ -2,7 +2,7 @@
 // pages), the bank line ORTA prints with "Impr. NCB Empresa" ticked, and the
 // notice at the foot.
 #include "invoice_fixture.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 namespace vel::testing {
 namespace {

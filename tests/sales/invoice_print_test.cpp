@@ -3,7 +3,7 @@
 // the continuation onto a new sheet, and its foot.
 #include "invoice_fixture.h"
 #include "runtime/errors.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 namespace vel::testing {
 namespace {
@@ -88,20 +88,6 @@ TEST_F(InvoicePrint, TheHeaderPrintsTheTermAsAWordOrTheWholeLabel) {
 
 // ---- The lines ------------------------------------------------------------------
 
-TEST_F(InvoicePrint, ALineHasABlankBeforeTheReferenceFifteenWide) {
-    EXPECT_EQ(LineaFactura({"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"}),
-              " TORN001       TORNILLO 4X40                   2      1.50      3.00 10      2.70");
-    const auto p = PiezasLineaFactura({"TORN001", "TORNILLO 4X40", "2", "1.50", "3.00", "10", "2.70"});
-    EXPECT_EQ(p[0], " TORN001       ");
-    EXPECT_EQ(p[0].size(), 15);
-    EXPECT_EQ(p[1].size(), 27);
-    EXPECT_EQ(p[2].size(), 7);
-    EXPECT_EQ(p[3].size(), 10);
-    EXPECT_EQ(p[4].size(), 10);
-    EXPECT_EQ(p[5].size(), 3);
-    EXPECT_EQ(p[6].size(), 9);
-}
-
 // The invoice leaves a discount of nothing blank; the delivery note prints its 0.
 TEST_F(InvoicePrint, ADiscountOfZeroPrintsThreeBlanks) {
     for (const char* zero : {"0", "0.00", "", "00"})
@@ -113,40 +99,11 @@ TEST_F(InvoicePrint, ADiscountOfZeroPrintsThreeBlanks) {
     EXPECT_EQ(print_layout::LineaAlbaran({"R", "D", "1", "1.00", "1.00", "0", "1.00"}).mid(68, 3), " 0 ");
 }
 
-TEST_F(InvoicePrint, AUnitAmountOfTenCharactersShiftsTheUnitsPieceOneColumnShorter) {
-    const std::array<QString, 7> cells = {"ROLLO", "CABLE", "0.5", "1234567.50", "617283.75", "0", "617283.75"};
-    const auto p = PiezasLineaFactura(cells);
-    EXPECT_EQ(p[2], "   0.5");
-    EXPECT_EQ(p[3], " 1234567.50");
-    EXPECT_EQ(LineaFactura(cells),
-              " ROLLO         CABLE                         0.5 1234567.50617283.75    617283.75");
-    EXPECT_EQ(LineaFactura(cells).size(), 81);
-}
-
-// A total of ten characters takes the last column of the discount's piece,
-// blank or figure.
-TEST_F(InvoicePrint, ASubtotalAndATotalOfTenCharactersTakeTheColumnBeforeThem) {
-    EXPECT_EQ(LineaFactura({"ROLLO", "CABLE", "200", "12.50", "1234567.50", "10", "1111110.75"}),
-              " ROLLO         CABLE                         200     12.50 1234567.50101111110.75");
-    EXPECT_EQ(LineaFactura({"ROLLO", "CABLE", "200", "12.50", "1234567.50", "0", "1234567.50"}),
-              " ROLLO         CABLE                         200     12.50 1234567.50  1234567.50");
-    EXPECT_EQ(PiezasLineaFactura({"R", "D", "1", "1", "1", "0", "12345678.901"})[6], "345678.901");
-}
-
 TEST_F(InvoicePrint, AnAmountOfTenCharactersInAPrintedInvoice) {
     auto d = Factura(rejilla, 1);
     rejilla->filas[0] = {"ROLLO", "CABLE", "0.5", "1234567.50", "617283.75", "0", "617283.75"};
     print(d);
     EXPECT_TRUE(lines().contains(" ROLLO         CABLE                         0.5 1234567.50617283.75    617283.75"));
-}
-
-TEST_F(InvoicePrint, AReferenceLongerThanThirteenIsAnInvalidCall) {
-    try {
-        LineaFactura({"REFERENCIA-14C", "D", "1", "1", "1", "0", "1"});
-        FAIL() << "a line was built";
-    } catch (const vb::RuntimeError& e) {
-        EXPECT_EQ(e.Number, 5);
-    }
 }
 
 // ---- Pages ----------------------------------------------------------------------
@@ -171,12 +128,6 @@ TEST_F(InvoicePrint, PagesCountTheGridsRowsAndTheLongDescriptionsUpperBound) {
     EXPECT_EQ(PaginasFactura(2, lines(200)), 6); // R + U = 201: Int(201 / 39) + 1
     // Only CR LF ends a line of the description.
     EXPECT_EQ(PaginasFactura(30, lines(11).replace("\r\n", "\n")), 1);
-}
-
-TEST_F(InvoicePrint, APageCountBeyondSixteenBitsOverflows) {
-    EXPECT_EQ(PaginasFactura(39 * 32766 + 1, ""), 32767);
-    EXPECT_EQ(PaginasFactura(39 * 32767, ""), 32767);
-    EXPECT_THROW(PaginasFactura(39 * 32767 + 1, ""), vb::RuntimeError);
 }
 
 // ---- One page -------------------------------------------------------------------

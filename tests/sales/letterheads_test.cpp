@@ -2,7 +2,7 @@
 // each installation, as they come out of the printer: font, size, colour, text.
 #include "print_fixture.h"
 #include "runtime/vb.h"
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 
 namespace vel::testing {
 namespace {
@@ -282,6 +282,10 @@ TEST_F(Letterheads, TheListingHeadsByTag) {
     EXPECT_EQ(letterheads::CabeceraListadoDe("LAPRESA")->lugar, "      LA PRESA");
     EXPECT_EQ(letterheads::CabeceraListadoDe("ORTA")->raya, "      __________");
     EXPECT_FALSE(letterheads::CabeceraListadoDe("orta"));
+    EXPECT_EQ(ferro->sangriaHoja, 45);
+    EXPECT_EQ(letterheads::CabeceraListadoDe("ORTA")->sangriaHoja, 47);
+    EXPECT_EQ(letterheads::CabeceraListadoSinMembrete().sangriaFecha, 57);
+    EXPECT_EQ(letterheads::CabeceraListadoSinMembrete().sangriaHoja, 64);
 }
 
 } // namespace

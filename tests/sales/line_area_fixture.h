@@ -5,10 +5,12 @@
 #include "core/record_store.h"
 #include "core/schema.h"
 #include "core/session.h"
-#include "runtime/qstring_printer.h"
+#include "support/print_to.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 #include "sales/document_totals.h"
+#include "support/message_boxes.h"
+#include "support/widgets.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -19,16 +21,6 @@
 #include <gtest/gtest.h>
 
 namespace veltest {
-
-class RecordedBoxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return vb::vbOK;
-    }
-    void about(const QString& a, const QString& n) override { shown << a + "|" + n; }
-};
 
 // The window around the line area: what the piece reaches through Ventana.
 class Counter : public QWidget {
@@ -59,7 +51,7 @@ class LineArea : public ::testing::Test {
 protected:
     QTemporaryDir dir;
     std::unique_ptr<vel::Database> db;
-    RecordedBoxes boxes;
+    veltest::RecordedBoxes boxes;
     Counter* counter = nullptr;
     vel::DocumentTotals* w = nullptr;
     bool ended = false;
@@ -108,12 +100,7 @@ protected:
         w->DescuentoDocumento = 0;
     }
 
-    static void settle() {
-        for (int i = 0; i < 6; ++i) {
-            QCoreApplication::sendPostedEvents();
-            QCoreApplication::processEvents();
-        }
-    }
+    static void settle() { veltest::settle(); }
 
     QWidget* focused() const { return QApplication::focusWidget(); }
 

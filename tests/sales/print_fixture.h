@@ -7,6 +7,7 @@
 #include "runtime/print_transcript.h"
 #include "runtime/printer.h"
 #include "sales/print_layout.h"
+#include "support/print_to.h"
 #include <gtest/gtest.h>
 #include <ostream>
 #include <array>
@@ -14,15 +15,6 @@
 #include <memory>
 #include <vector>
 
-// QString and QStringList read as text in test failures.
-QT_BEGIN_NAMESPACE
-inline void PrintTo(const QString& text, std::ostream* os) { *os << '"' << text.toStdString() << '"'; }
-inline void PrintTo(const QStringList& list, std::ostream* os) {
-    *os << "{\n";
-    for (const QString& s : list) *os << "  \"" << s.toStdString() << "\"\n";
-    *os << "}";
-}
-QT_END_NAMESPACE
 
 namespace vel::testing {
 

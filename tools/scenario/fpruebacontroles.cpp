@@ -2,7 +2,7 @@
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/shell.h"
 #include "runtime/vb.h"
 #include "core/mdi.h"

@@ -61,8 +61,12 @@ struct CabeceraListado {
     QString raya;        // line 2, the rule under it
     QString lugar;       // line 3, the place or name
     int sangriaFecha = 0; // blanks before "Fecha de emisión: " beside line 1
+    int sangriaHoja = 0;  // blanks before "Hoja Nº: " beside line 2
 };
 std::optional<CabeceraListado> CabeceraListadoDe(const QString& ClientePrograma);
+// A tag with no head: no title, rule or place, the date and the sheet number
+// further right (57 and 64 blanks).
+CabeceraListado CabeceraListadoSinMembrete();
 
 // Printing. Each starts by setting the font the design sets before the tag is
 // looked at, so that a tag with no block leaves that font in force.

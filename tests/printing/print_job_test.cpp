@@ -1,11 +1,12 @@
 // The steps of a print button: the print dialog, then the window's procedures
 // on the Printer, each followed by a yield, then the document sent.
-#include "qstring_printer.h"
+#include "support/message_boxes.h"
+#include "support/print_to.h"
 #include "runtime/environment.h"
 #include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/print_transcript.h"
 #include "runtime/vb.h"
 #include <QTimer>
@@ -15,12 +16,6 @@
 namespace {
 
 // Any message box counts: a print job says nothing.
-struct CountedBoxes : vb::MessageBoxService {
-    int shown = 0;
-    int show(const QString&, const QString&, int) override { return ++shown, vb::vbOK; }
-    void about(const QString&, const QString&) override { ++shown; }
-};
-
 // The print dialog's answers, and what it was shown with.
 struct PrintAnswers : vb::DialogService {
     std::deque<std::optional<vb::PrinterChoice>> answers;
@@ -41,7 +36,7 @@ vb::PrinterChoice mostrador(int copies = 1, int orientation = vb::cdlPortrait) {
 class PrintJobTest : public ::testing::Test {
 protected:
     vb::PrintRecorder recorder;
-    CountedBoxes boxes;
+    veltest::RecordedBoxes boxes;
     PrintAnswers dialogs;
     vb::InstalledEnvironment env{{.messageBoxes = &boxes, .dialogs = &dialogs, .printers = &recorder}};
     vb::CommonDialog CommonDialog1;
@@ -71,7 +66,7 @@ TEST_F(PrintJobTest, TheProceduresPrintInTurnInCharacterCellsAndTheJobIsSent) {
     EXPECT_EQ(recorder.last().destination.printer, "Mostrador");
     EXPECT_FALSE(vb::Visible(&Calendario));
     EXPECT_TRUE(CommonDialog1.CancelError);
-    EXPECT_EQ(boxes.shown, 0);
+    EXPECT_TRUE(boxes.shown.isEmpty());
 }
 
 TEST_F(PrintJobTest, TheDialogIsPresetWithThePrintersCopiesAndOrientationAndWhatItSetsApplies) {
@@ -104,7 +99,7 @@ TEST_F(PrintJobTest, ACancelledDialogPrintsNothingAndSaysNothing) {
     EXPECT_EQ(dialogs.shown.size(), 1u);
     EXPECT_FALSE(ran);
     EXPECT_TRUE(recorder.jobs.empty());
-    EXPECT_EQ(boxes.shown, 0);
+    EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(vb::Err().Number, 0);
 }
 
@@ -114,7 +109,7 @@ TEST_F(PrintJobTest, WithNoPrinterAtAllNothingIsPrintedAndNothingSaid) {
     dialogs.answers.push_back(vb::PrinterChoice{});
     EXPECT_FALSE(run({prints("cabecera")}));
     EXPECT_TRUE(recorder.jobs.empty());
-    EXPECT_EQ(boxes.shown, 0);
+    EXPECT_TRUE(boxes.shown.isEmpty());
     EXPECT_EQ(vb::Err().Number, 0);
     try {
         vb::UsePrinterChoice(vb::PrinterChoice{});
@@ -138,7 +133,7 @@ TEST_F(PrintJobTest, AnErrorInAProcedureIsPassedOver) {
     EXPECT_EQ(recorder.last().lines(), QStringList({"cabecera", "primera linea", "pie"}));
     EXPECT_TRUE(recorder.last().ended);
     EXPECT_EQ(vb::Err().Number, 0);
-    EXPECT_EQ(boxes.shown, 0);
+    EXPECT_TRUE(boxes.shown.isEmpty());
 }
 
 TEST_F(PrintJobTest, ATitleNamesTheJobAndIsPutBackAfterwards) {

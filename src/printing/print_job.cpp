@@ -1,4 +1,4 @@
-#include "runtime/print_job.h"
+#include "printing/print_job.h"
 #include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"

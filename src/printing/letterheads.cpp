@@ -1,4 +1,4 @@
-#include "sales/letterheads.h"
+#include "printing/letterheads.h"
 #include "runtime/clock.h"
 #include "runtime/vb.h"
 
@@ -242,18 +242,20 @@ QString LineaCuentaBancaria(Bloque bloque) {
 std::optional<CabeceraListado> CabeceraListadoDe(const QString& ClientePrograma) {
     if (ClientePrograma == QLatin1String("FERROBANDA"))
         return CabeceraListado{QStringLiteral("Suministros Industriales"), QStringLiteral("     ______________"),
-                               QStringLiteral("        PORTELAS"), 33};
+                               QStringLiteral("        PORTELAS"), 33, 45};
     if (ClientePrograma == QLatin1String("ULTRAMARINOS"))
         return CabeceraListado{QStringLiteral("  Panadería Bollería Os Vieiros"), QStringLiteral("      _______________"),
-                               QStringLiteral("      PORTELAS"), 29};
+                               QStringLiteral("      PORTELAS"), 29, 45};
     if (ClientePrograma == QLatin1String("LAPRESA"))
         return CabeceraListado{QStringLiteral("      ESTABLECIMIENTOS"), QStringLiteral("   ______________"),
-                               QStringLiteral("      LA PRESA"), 35};
+                               QStringLiteral("      LA PRESA"), 35, 47};
     if (ClientePrograma == QLatin1String("ORTA"))
         return CabeceraListado{QStringLiteral("      TECNOLOGIA"), QStringLiteral("      __________"),
-                               QStringLiteral("         ORTA"), 35};
+                               QStringLiteral("         ORTA"), 35, 47};
     return std::nullopt;
 }
+
+CabeceraListado CabeceraListadoSinMembrete() { return CabeceraListado{QString(), QString(), QString(), 57, 64}; }
 
 bool ImprimeMembrete(vb::PrinterObject& printer, const QString& ClientePrograma) {
     printer.SetFontName(CN);
