@@ -138,6 +138,7 @@ private:
     Lado Marcado() const;
     Lado DeImporte(Importe i) const;
 
+    void ColumnasRejilla();
     // What Nuevo, Modificar, Consultar and Borrar share.
     void EntrarEnModo(const QString& letra);
     // " WHERE nif_cabecera_fichas_clientes = 'nif' AND ejercicio_cabecera_fichas_clientes = year"
