@@ -1,4 +1,5 @@
 #include "app/window_table.h"
+#include "cards/card_listing.h"
 #include "cards/formfichasclientes.h"
 #include "cards/formfichasproveedores.h"
 #include "masterdata/bancos.h"
@@ -35,6 +36,8 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
         {"mnuArchivoItemClientesFichas", {"FormFichasClientes", [] { return new FormFichasClientes; }}},
         {"mnuArchivoItemProveedoresFichas", {"FormFichasProveedores", [] { return new FormFichasProveedores; }}},
+        {"mnuArchivoItemClientesListado", {"Faclistado", [] { return new Faclistado; }}},
+        {"mnuArchivoItemProveedoresListado", {"Faplistado", [] { return new Faplistado; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
