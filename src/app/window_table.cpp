@@ -15,6 +15,7 @@
 #include "masterdata/tipoiva.h"
 #include "pos/ftpv.h"
 #include "sales/formalbaranventa.h"
+#include "sales/formcontrolalbaran.h"
 #include "sales/formfacturaventa.h"
 
 // Windows, one include and one line each.
@@ -40,6 +41,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemProveedoresListado", {"Faplistado", [] { return new Faplistado; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
+        {"MnuventasItemcontrolalbaran", {"FormControlAlbaran", [] { return new FormControlAlbaran; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
     };
     return table;
