@@ -9,7 +9,7 @@ PACKAGES=(
   g++ cmake make pkg-config ccache
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libqt6svg6
-  libsqlite3-dev libicu-dev libshp-dev libzip-dev
+  libsqlite3-dev sqlite3 libicu-dev libshp-dev libzip-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev llvm
   fonts-liberation xvfb xauth locales
