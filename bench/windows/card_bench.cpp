@@ -86,7 +86,8 @@ void generate(const QString& path) {
 class QuietBoxes : public vb::MessageBoxService {
 public:
     int shown = 0;
-    int show(const QString&, const QString&, int) override {
+    int show(const QString& title, const QString& text, int) override {
+        std::fprintf(stderr, "box %s: %s\n", qPrintable(title), qPrintable(text));
         ++shown;
         return vb::vbOK;
     }

@@ -13,6 +13,8 @@
 #include "ui_card_window.h"
 
 #include <QCheckBox>
+#include <QFontMetrics>
+#include <QScrollBar>
 #include <QPlainTextEdit>
 #include <optional>
 
@@ -110,6 +112,8 @@ CardWindow::CardWindow(const DatosFicha& datos, QWidget* parent)
     OnLostFocus(ui->Texthaberapunte, [this] { Texthaberapunte_LostFocus(); });
     OnClick(ui->Gridapuntes, [this] { Gridapuntes_Click(); });
     OnDblClick(ui->Gridapuntes, [this] { Gridapuntes_DblClick(); });
+    // The window is laid out for the grid's seven columns.
+    ColumnasRejilla();
 }
 
 CardWindow::~CardWindow() = default;
@@ -258,12 +262,8 @@ void CardWindow::borrarapuntes() {
 
 // ---- The year -------------------------------------------------------------------------------
 
-void CardWindow::Comboejercicioapunte_Click() {
-    if (ui->Comboejercicioapunte->Text().isEmpty()) return;
-    const int Y = int(Val(Ejercicio()));
-    const QString pasado = CStr(Y - 1);
-
-    // 1. The grid: seven columns under one fixed row.
+// Seven columns under one fixed row, with their headings and widths.
+void CardWindow::ColumnasRejilla() {
     vb::FlexGrid* g = ui->Gridapuntes;
     g->Clear();
     g->SetRows(1);
@@ -271,10 +271,28 @@ void CardWindow::Comboejercicioapunte_Click() {
     g->SetFixedRows(1);
     const char* cabecera[] = {"Número", "Cob", "Fecha", "Descripción", "Debe", "Haber", "Saldo"};
     const long anchos[] = {600, 400, 1215, 4900, 1300, 1300, 1300};
+    // The widths are the card's own; a heading wider than its column in the
+    // screen's font ("Número", "Cob") widens it, so that every heading reads.
+    const QFontMetrics letra(g->font());
+    int ancho = 0;
     for (int c = 0; c < 7; ++c) {
         g->SetTextMatrix(0, c, QString::fromUtf8(cabecera[c]));
         g->SetColWidth(c, anchos[c]);
+        const int titulo = letra.horizontalAdvance(QString::fromUtf8(cabecera[c])) + 2 * letra.averageCharWidth();
+        if (g->columnWidth(c) < titulo) g->setColumnWidth(c, titulo);
+        ancho += g->columnWidth(c);
     }
+    // The grid shows its seven columns whole.
+    g->setMinimumWidth(ancho + g->verticalScrollBar()->sizeHint().width() + 2 * g->frameWidth());
+}
+
+void CardWindow::Comboejercicioapunte_Click() {
+    if (ui->Comboejercicioapunte->Text().isEmpty()) return;
+    const int Y = int(Val(Ejercicio()));
+    const QString pasado = CStr(Y - 1);
+
+    // 1. The grid: seven columns under one fixed row.
+    ColumnasRejilla();
 
     // 2. The year's dates and the captions of the year before.
     ui->Labelinicioejercicio->setText("01/01/" + CStr(Y));
@@ -325,6 +343,7 @@ void CardWindow::Comboejercicioapunte_Click() {
     auto apunte = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("detalle") + " WHERE " +
                                            Columna("nif", "detalle") + " = " + sql::Comillas(Nif()) + " AND " +
                                            Columna("ejercicio", "detalle") + " = " + CStr(Y));
+    vb::FlexGrid* g = ui->Gridapuntes;
     SaldoAcumulado = 0;
     int cobrados = 0;
     const QString numero = Columna("numero", "detalle"), tipo = Columna("tipo_linea", "detalle"),

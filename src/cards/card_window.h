@@ -138,6 +138,7 @@ private:
     Lado Marcado() const;
     Lado DeImporte(Importe i) const;
 
+    void ColumnasRejilla();
     // What Nuevo, Modificar, Consultar and Borrar share.
     void EntrarEnModo(Modo modo);
     // " WHERE nif_cabecera_fichas_clientes = 'nif' AND ejercicio_cabecera_fichas_clientes = year"
