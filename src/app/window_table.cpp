@@ -1,4 +1,6 @@
 #include "app/window_table.h"
+#include "dbcare/fcompactar.h"
+#include "dbcare/freparar.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/farticulos.h"
@@ -34,6 +36,9 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
+        {"MnuUtilidadesCompactar", {"Fcompactar", [] { return new Fcompactar; }}},
+        // Its entry stays greyed: the window is reached only by changing that.
+        {"MnuUtilidadesReparar", {"freparar", [] { return new freparar; }}},
     };
     return table;
 }

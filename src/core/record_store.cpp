@@ -908,6 +908,13 @@ Database::Database(sqlite3* db, QString path) : db_(db), path_(std::move(path)) 
 }
 
 Database::~Database() {
+    Close();
+    if (prevOpen_) prevOpen_->nextOpen_ = nextOpen_;
+    else if (firstOpen == this) firstOpen = nextOpen_;
+    if (nextOpen_) nextOpen_->prevOpen_ = prevOpen_;
+}
+
+void Database::Close() {
     // Cursors still held by windows stop working: their reads fail from now on.
     for (Recordset* r : open_) {
         if (r->stmt_) {
@@ -925,10 +932,8 @@ Database::~Database() {
         r->db_ = nullptr;
     }
     open_.clear();
-    if (prevOpen_) prevOpen_->nextOpen_ = nextOpen_;
-    else if (firstOpen == this) firstOpen = nextOpen_;
-    if (nextOpen_) nextOpen_->prevOpen_ = prevOpen_;
-    sqlite3_close_v2(db_);
+    if (db_) sqlite3_close_v2(db_);
+    db_ = nullptr;
 }
 
 std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
@@ -1006,6 +1011,8 @@ std::unique_ptr<Database> Database::CreateInMemory(const QString& path) {
 
 // `reportErrors` false: a statement the engine does not take gives nullptr.
 sqlite3_stmt* Database::prepare(const QString& sql, bool reportErrors) {
+    // A closed database takes no statement (a window that outlived its Close).
+    if (!db_) raiseClosed();
     const QByteArray utf8 = sql.toUtf8();
     sqlite3_stmt* stmt = nullptr;
     const char* tail = nullptr;
