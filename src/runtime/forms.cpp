@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QKeySequence>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -489,6 +490,37 @@ void Form::OnTimer(Timer* t, std::function<void()> proc) {
     connect(t, &Timer::Tick, this, [proc] { RunEvent(proc); });
 }
 
+void Form::OnMouseMove(QWidget* w, std::function<void(int, int, float, float)> proc) {
+    handlers(w).mouseMove = std::move(proc);
+    // Moves with no button down reach only a widget that tracks the mouse.
+    w->setMouseTracking(true);
+    if (auto* a = qobject_cast<QAbstractScrollArea*>(w)) a->viewport()->setMouseTracking(true);
+}
+
+// Runs the control's MouseMove for a move event that reached it; true when it
+// ran (the move then goes no further up, as the runtime raises MouseMove on
+// the control under the mouse only).
+bool Form::mouseMoved(QWidget* w, const Handlers& h, QEvent* e) {
+    if (e->type() != QEvent::MouseMove || !h.mouseMove) return false;
+    auto* m = static_cast<QMouseEvent*>(e);
+    const QPoint at = m->position().toPoint();
+    // The window's own MouseMove is for its bare area: over a control, the
+    // control's (or none).
+    if (w == this && childAt(at)) return false;
+    int button = 0;
+    if (m->buttons() & Qt::LeftButton) button |= 1;
+    if (m->buttons() & Qt::RightButton) button |= 2;
+    if (m->buttons() & Qt::MiddleButton) button |= 4;
+    int shift = 0;
+    if (m->modifiers() & Qt::ShiftModifier) shift |= 1;
+    if (m->modifiers() & Qt::ControlModifier) shift |= 2;
+    if (m->modifiers() & Qt::AltModifier) shift |= 4;
+    const double twipsPerPixel = 1440.0 / w->logicalDpiX();
+    const float x = float(at.x() * twipsPerPixel), y = float(at.y() * twipsPerPixel);
+    RunEvent([&] { h.mouseMove(button, shift, x, y); });
+    return true;
+}
+
 namespace {
 // The key as the runtime's KeyPress sees it; 0 for keys that raise no KeyPress.
 int keyAscii(const QKeyEvent* k) {
@@ -514,6 +546,11 @@ bool Form::eventFilter(QObject* o, QEvent* e) {
     if (const auto v = viewports_.find(o); v != viewports_.end()) {
         // Only the mouse reaches a view through its viewport; its focus and keys
         // come to the view itself.
+        if (e->type() == QEvent::MouseMove) {
+            const auto it = handlers_.find(v->second);
+            if (it != handlers_.end() && mouseMoved(v->second, it->second, e)) return true;
+            return QWidget::eventFilter(o, e);
+        }
         if (e->type() != QEvent::MouseButtonDblClick) return QWidget::eventFilter(o, e);
         const auto it = handlers_.find(v->second);
         if (it != handlers_.end() && it->second.dblClick) {
@@ -575,6 +612,9 @@ bool Form::eventFilter(QObject* o, QEvent* e) {
             RunEvent(h.dblClick);
             return true;
         }
+        break;
+    case QEvent::MouseMove:
+        if (o == target && mouseMoved(static_cast<QWidget*>(o), h, e)) return true;
         break;
     default: break;
     }

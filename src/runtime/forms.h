@@ -191,6 +191,11 @@ protected:
     void OnDblClick(ListBox* l, std::function<void()> proc);
     void OnDblClick(FlexGrid* g, std::function<void()> proc);
     void OnTimer(Timer* t, std::function<void()> proc);
+    // The mouse moving over the control (or, for the window itself, over its
+    // bare area, not over one of its controls), buttons up or down: Button
+    // 1 left, 2 right, 4 middle; Shift 1 Shift, 2 Ctrl, 4 Alt; X and Y in twips
+    // from the control's corner. The windows show their help lines with it.
+    void OnMouseMove(QWidget* w, std::function<void(int Button, int Shift, float X, float Y)> proc);
 
     bool eventFilter(QObject* o, QEvent* e) override;
 
@@ -198,7 +203,9 @@ private:
     struct Handlers {
         std::function<void()> gotFocus, lostFocus, dblClick;
         std::function<void(int&)> keyPress;
+        std::function<void(int, int, float, float)> mouseMove;
     };
+    bool mouseMoved(QWidget* w, const Handlers& h, QEvent* e);
     Handlers& handlers(QWidget* w);
     std::map<QObject*, Handlers> handlers_;
     // The viewport of a list or table view -> the view, whose handlers it feeds.

@@ -187,6 +187,8 @@ private:
             {"close", &Driver::close},
             {"run", &Driver::runShell},
             {"wait", &Driver::wait},
+            {"hover", &Driver::hover},
+            {"timer", &Driver::timer},
             // Message boxes and dialogs
             {"answer", &Driver::answer},
             {"dialog", &Driver::dialog},
@@ -484,6 +486,66 @@ private:
     }
 
     void focus(const Line& line) { giveFocus(visible(line, 1)); }
+
+    // hover CONTROL: the mouse pointer moves onto the middle of the control, or
+    // onto a bare point of a window (one no control covers), so the MouseMove
+    // of what lies under it runs.
+    void hover(const Line& line) {
+        QWidget* c = visible(line, 1);
+        activate();
+        QPoint at = c->rect().center();
+        if (qobject_cast<vb::Form*>(c) || qobject_cast<vel::MDI*>(c)) {
+            std::optional<QPoint> bare;
+            for (int y = 2; y < c->height() && !bare; y += 4)
+                for (int x = 2; x < c->width() && !bare; x += 4)
+                    if (!c->childAt(x, y)) bare = QPoint(x, y);
+            if (!bare) error("la ventana " + line.arg(1) + " no tiene ningún punto sin controles");
+            at = *bare;
+        }
+        // A move from elsewhere, so that the pointer arrives even when it was
+        // already there.
+        QTest::mouseMove(c->window(), QPoint(0, 0));
+        QTest::mouseMove(c, at);
+    }
+
+    // The timer of a window by its name (`Timer1`, `Fpruebacontroles.Timer1`):
+    // the active window's first, then any open window's.
+    vb::Timer* findTimer(const QString& name) {
+        const int dot = int(name.indexOf('.'));
+        vel::MDI* m = mdi();
+        if (dot > 0) {
+            QWidget* w = window(name.left(dot));
+            if (!w) error("la ventana " + name.left(dot) + " no está abierta");
+            if (auto* t = w->findChild<vb::Timer*>(name.mid(dot + 1))) return t;
+            return w == m && name.mid(dot + 1) == QLatin1String("Timer1") ? m->Timer1 : nullptr;
+        }
+        const auto forms = m->openForms();
+        for (vb::Form* f : forms)
+            if (auto* t = f->findChild<vb::Timer*>(name)) return t;
+        if (auto* t = m->findChild<vb::Timer*>(name)) return t;
+        return name == QLatin1String("Timer1") ? m->Timer1 : nullptr;
+    }
+
+    // A timer by that name, when no control has it.
+    vb::Timer* timerNamed(const QString& name) {
+        const int dot = int(name.indexOf('.'));
+        if (dot > 0 ? !window(name.left(dot)) : false) return nullptr;
+        return findTimer(name);
+    }
+
+    // timer NAME: the timer's interval has gone by once: its Timer event runs
+    // when the timer is enabled, as the clock would raise it; a stopped timer
+    // raises nothing and the transcript says so.
+    void timer(const Line& line) {
+        vb::Timer* t = findTimer(line.arg(1));
+        if (!t) error("no hay temporizador " + line.arg(1));
+        activate();
+        if (!t->Enabled() || t->Interval() <= 0) {
+            *out_ += QStringLiteral("  (el temporizador está parado: no salta)\n");
+            return;
+        }
+        emit t->Tick();
+    }
 
     void type(const Line& line) {
         QWidget* c = visible(line, 1);
@@ -867,6 +929,11 @@ private:
             const QString prop = name.mid(dot + 1);
             if (prop == QLatin1String("Enabled")) got = BoolText(a->isEnabled());
             else if (prop == QLatin1String("Caption")) got = a->text();
+            else error("propiedad desconocida " + prop + " en " + name.left(dot));
+        } else if (vb::Timer* t = timerNamed(name.left(dot))) {
+            const QString prop = name.mid(dot + 1);
+            if (prop == QLatin1String("Enabled")) got = BoolText(t->Enabled());
+            else if (prop == QLatin1String("Interval")) got = QString::number(t->Interval());
             else error("propiedad desconocida " + prop + " en " + name.left(dot));
         } else {
             got = property(find(name.left(dot)), name.mid(dot + 1));

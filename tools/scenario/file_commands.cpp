@@ -38,6 +38,38 @@ FileCommands::~FileCommands() = default;
 
 QString FileCommands::path(const QString& name) const { return QDir(folder_).filePath(name); }
 
+// The files (not folders) a name with wildcards matches, relative to the
+// program folder; the wildcards stand in the file's name only.
+QStringList FileCommands::matching(const QString& pattern) const {
+    const QFileInfo where(path(pattern));
+    QDir dir = where.dir();
+    QStringList out;
+    const QString prefix = QDir(folder_).relativeFilePath(dir.path());
+    for (const QString& f : dir.entryList({where.fileName()}, QDir::Files | QDir::Hidden, QDir::Name))
+        out << (prefix == QLatin1String(".") ? f : prefix + '/' + f);
+    return out;
+}
+
+QStringList FileCommands::filesIn(const QString& folder) const {
+    return QDir(path(folder)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+namespace {
+QString sha256(const QByteArray& bytes) {
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+// A file's text: UTF-8 when its bytes are UTF-8, else Windows-1252, as the
+// program's exchange files and the chain's files are written.
+QString textOf(const QByteArray& bytes) {
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(bytes);
+    if (!utf8.hasError()) return text;
+    auto cp1252 = QStringDecoder("windows-1252");
+    return cp1252.isValid() ? QString(cp1252(bytes)) : QString::fromLatin1(bytes);
+}
+} // namespace
+
 FileCommands::Outcome FileCommands::run(const QStringList& w, QString* out, QString* why) {
     const QString cmd = w.value(0);
     auto needs = [&](int n) {
@@ -55,6 +87,72 @@ FileCommands::Outcome FileCommands::run(const QStringList& w, QString* out, QStr
         const QByteArray bytes = f.readAll();
         remembered_[w[1]] = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
         *out += QStringLiteral("  %1: suma tomada\n").arg(w[1]);
+        return Done;
+    }
+    if (cmd == QLatin1String("expect-checksum") && w.size() > 2) {
+        QFile f(path(w[1]));
+        if (!f.open(QIODevice::ReadOnly)) {
+            *why = QStringLiteral("no existe ") + w[1];
+            return Failed;
+        }
+        const QByteArray bytes = f.readAll();
+        const QString got = sha256(bytes);
+        if (got != w[2].toLower()) {
+            *why = QStringLiteral("la suma de %1 (%2 bytes) es %3").arg(w[1]).arg(bytes.size()).arg(got);
+            return Failed;
+        }
+        *out += QStringLiteral("  %1: suma esperada\n").arg(w[1]);
+        return Done;
+    }
+    if (cmd == QLatin1String("files")) {
+        if (!needs(1)) return Error;
+        if (!QFileInfo(path(w[1])).isDir()) {
+            *out += QStringLiteral("  (no existe la carpeta)\n");
+            return Done;
+        }
+        const QStringList names = filesIn(w[1]);
+        if (names.isEmpty()) *out += QStringLiteral("  (ningún fichero)\n");
+        for (const QString& n : names)
+            *out += QStringLiteral("  %1 %2 bytes\n").arg(n).arg(QFileInfo(path(w[1] + '/' + n)).size());
+        return Done;
+    }
+    if (cmd == QLatin1String("expect-exists")) {
+        if (!needs(1)) return Error;
+        if (matching(w[1]).isEmpty()) {
+            *why = QStringLiteral("no existe ") + w[1];
+            return Failed;
+        }
+        return Done;
+    }
+    if (cmd == QLatin1String("expect-absent")) {
+        if (!needs(1)) return Error;
+        const QStringList found = matching(w[1]);
+        if (!found.isEmpty()) {
+            *why = QStringLiteral("existe ") + found.join(QStringLiteral(", "));
+            return Failed;
+        }
+        return Done;
+    }
+    if (cmd == QLatin1String("expect-files")) {
+        if (!needs(2)) return Error;
+        const QString got = filesIn(w[1]).join('|');
+        if (got != w[2]) {
+            *why = QStringLiteral("la carpeta %1 tiene \"%2\"").arg(w[1], got);
+            return Failed;
+        }
+        return Done;
+    }
+    if (cmd == QLatin1String("expect-text")) {
+        if (!needs(2)) return Error;
+        QFile f(path(w[1]));
+        if (!f.open(QIODevice::ReadOnly)) {
+            *why = QStringLiteral("no existe ") + w[1];
+            return Failed;
+        }
+        if (!textOf(f.readAll()).contains(w[2])) {
+            *why = QStringLiteral("%1 no contiene \"%2\"").arg(w[1], w[2]);
+            return Failed;
+        }
         return Done;
     }
     if (cmd == QLatin1String("expect-checksum")) {

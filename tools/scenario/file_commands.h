@@ -6,6 +6,13 @@
 //
 //   checksum NAME            remembers the file's SHA-256
 //   expect-checksum NAME     the file's bytes are still those remembered
+//   expect-checksum NAME HEX the file's SHA-256 is HEX
+//   files FOLDER             prints the files of a folder with their sizes
+//   expect-exists NAME       a file matches NAME (wildcards * and ? allowed)
+//   expect-absent NAME       no file matches NAME
+//   expect-files FOLDER "a|b" the folder holds exactly these files
+//   expect-text NAME "text"  the file's text holds this text (read as UTF-8,
+//                            or as Windows-1252 when it is not UTF-8)
 //   engine-sql NAME "SQL"    runs statements on NAME straight through the
 //                            database engine (making the file if needed)
 //   recode NAME utf16le|utf16be   rewrites a text file as UTF-16 with its mark
@@ -35,6 +42,8 @@ public:
 
 private:
     QString path(const QString& name) const;
+    QStringList matching(const QString& pattern) const;
+    QStringList filesIn(const QString& folder) const;
     QString folder_;
     QMap<QString, QByteArray> remembered_;
     struct Lock;

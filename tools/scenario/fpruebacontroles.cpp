@@ -69,8 +69,11 @@ Fpruebacontroles::Fpruebacontroles() {
 
     Labelsuceso = named(new vb::Label(this), "Labelsuceso");
     layout->addWidget(Labelsuceso);
+    Labelayuda = named(new vb::Label(this), "Labelayuda");
+    layout->addWidget(Labelayuda);
     CommonDialog1 = named(new vb::CommonDialog(this), "CommonDialog1");
     Timer1 = named(new vb::Timer(this), "Timer1");
+    Timeraviso = named(new vb::Timer(this), "Timeraviso");
 
     OnClick(Listpruebas, [this] { Listpruebas_Click(); });
     OnDblClick(Listpruebas, [this] { Listpruebas_DblClick(); });
@@ -87,6 +90,10 @@ Fpruebacontroles::Fpruebacontroles() {
     OnTimer(Timer1, [this] { Timer1_Timer(); });
     OnClick(CommandEjecutar, [this] { CommandEjecutar_Click(); });
     OnClick(Checkpruebas, [this] { Checkpruebas_Click(); });
+    OnTimer(Timeraviso, [this] { Timeraviso_Timer(); });
+    OnMouseMove(this, [this](int b, int s, float x, float y) { Form_MouseMove(b, s, x, y); });
+    OnMouseMove(Listpruebas, [this](int b, int s, float x, float y) { Listpruebas_MouseMove(b, s, x, y); });
+    OnMouseMove(CommandProgreso, [this](int b, int s, float x, float y) { CommandProgreso_MouseMove(b, s, x, y); });
 }
 
 void Fpruebacontroles::Form_Load() {
@@ -98,6 +105,26 @@ void Fpruebacontroles::Form_Load() {
             Gridpruebas->SetTextMatrix(fila, col, QStringLiteral("F%1C%2").arg(fila).arg(col));
     ProgressBar1->SetVisible(false);
     Timer1->SetInterval(200);
+    // A minute: it raises its event in a scenario only when fired.
+    Timeraviso->SetInterval(60000);
+    Timeraviso->SetEnabled(true);
+}
+
+// Raised twice, then it stops itself.
+void Fpruebacontroles::Timeraviso_Timer() {
+    suceso(QStringLiteral("Timeraviso_Timer"));
+    if (++avisos_ == 2) Timeraviso->SetEnabled(false);
+}
+
+// Off the controls, the help line is emptied.
+void Fpruebacontroles::Form_MouseMove(int, int, float, float) { Labelayuda->SetCaption(QString()); }
+
+void Fpruebacontroles::Listpruebas_MouseMove(int, int, float, float) {
+    Labelayuda->SetCaption(QStringLiteral("Elija una entrada de la lista"));
+}
+
+void Fpruebacontroles::CommandProgreso_MouseMove(int Button, int, float, float) {
+    Labelayuda->SetCaption(QStringLiteral("Avanza la barra de progreso (botón %1)").arg(Button));
 }
 
 void Fpruebacontroles::suceso(const QString& texto) {
