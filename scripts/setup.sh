@@ -11,13 +11,13 @@ PACKAGES=(
   g++ cmake make pkg-config ccache
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libqt6svg6
-  libsqlite3-dev libicu-dev libshp-dev
+  libsqlite3-dev libicu-dev libshp-dev libzip-dev
   libfreexl-dev liborcus-dev libixion-dev
   python3 python3-xlwt zip
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev llvm
   fonts-liberation xvfb xauth locales
-  x11-apps
+  x11-apps unzip
   fonts-dejavu-core fontconfig cups cups-client cups-bsd printer-driver-cups-pdf poppler-utils
 )
 # The fuzz targets' tool chain, for scripts/fuzz.sh only: clang with libFuzzer

@@ -17,6 +17,7 @@
 #include "masterdata/tipoiva.h"
 #include "pos/ftpv.h"
 #include "sales/formalbaranventa.h"
+#include "sales/formcontrolalbaran.h"
 #include "sales/formfacturaventa.h"
 
 // Windows, one include and one line each.
@@ -42,6 +43,7 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemProveedoresListado", {"Faplistado", [] { return new Faplistado; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
+        {"MnuventasItemcontrolalbaran", {"FormControlAlbaran", [] { return new FormControlAlbaran; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
         {"MnuUtilidadesCompactar", {"Fcompactar", [] { return new Fcompactar; }}},
         // Its entry stays greyed: the window is reached only by changing that.
