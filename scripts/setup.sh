@@ -11,7 +11,7 @@ PACKAGES=(
   g++ cmake make pkg-config ccache
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libqt6svg6
-  libsqlite3-dev libicu-dev libshp-dev libzip-dev
+  libsqlite3-dev sqlite3 libicu-dev libshp-dev libzip-dev
   libfreexl-dev liborcus-dev libixion-dev
   python3 python3-xlwt zip
   libgtest-dev libgmock-dev libbenchmark-dev

@@ -137,29 +137,29 @@ QString CardWindow::Nif() const { return ui->Combonif->Text(); }
 QString CardWindow::Ejercicio() const { return ui->Comboejercicioapunte->Text(); }
 
 QString CardWindow::DondeCabecera() const {
-    return " WHERE " + Columna("nif", "cabecera") + " = '" + Nif() + "' AND " + Columna("ejercicio", "cabecera") +
+    return " WHERE " + Columna("nif", "cabecera") + " = " + sql::Comillas(Nif()) + " AND " + Columna("ejercicio", "cabecera") +
            " = " + Ejercicio();
 }
 
 QString CardWindow::DondeApunte(const QString& numero) const {
-    return " WHERE " + Columna("nif", "detalle") + " = '" + Nif() + "' AND " + Columna("ejercicio", "detalle") +
+    return " WHERE " + Columna("nif", "detalle") + " = " + sql::Comillas(Nif()) + " AND " + Columna("ejercicio", "detalle") +
            " = " + Ejercicio() + " AND " + Columna("numero", "detalle") + " = " + numero;
 }
 
 QString CardWindow::SentenciaApunte(int numero, const QString& fecha, double debe, double haber) const {
-    return "INSERT INTO " + Tabla("detalle") + " VALUES (" + Ejercicio() + ", '" + vb::UCase(Nif()) + "', '" +
-           vb::UCase(ui->Combocodigo->Text()) + "', " + CStr(numero) + ", '" +
-           vb::UCase(ui->Combotiendaapunte->Text()) + "', '" + vb::UCase(ui->Comboserieapunte->Text()) + "', '" +
-           QString() + "', '" + vb::UCase(ui->Comboformapagoapunte->Text()) + "', '" +
-           vb::UCase(ui->Textdescripcionapunte->text()) + "', '" + fecha + "', " + Amount(debe) + ", " +
-           Amount(haber) + ", '" + QString() + "')";
+    return "INSERT INTO " + Tabla("detalle") + " VALUES (" + Ejercicio() + ", " + sql::Comillas(vb::UCase(Nif())) + ", " +
+           sql::Comillas(vb::UCase(ui->Combocodigo->Text())) + ", " + CStr(numero) + ", " +
+           sql::Comillas(vb::UCase(ui->Combotiendaapunte->Text())) + ", " + sql::Comillas(vb::UCase(ui->Comboserieapunte->Text())) + ", " +
+           sql::Comillas(QString()) + ", " + sql::Comillas(vb::UCase(ui->Comboformapagoapunte->Text())) + ", " +
+           sql::Comillas(vb::UCase(ui->Textdescripcionapunte->text())) + ", " + sql::Comillas(fecha) + ", " + Amount(debe) + ", " +
+           Amount(haber) + ", " + sql::Comillas(QString()) + ")";
 }
 
 QString CardWindow::SentenciaInsertarCabecera(const QString& apuntes, const QString& debe, const QString& haber,
                                               const QString& anterior, const QString& ultimo) const {
-    return "INSERT INTO " + Tabla("cabecera") + " VALUES (" + Ejercicio() + ", '" + vb::UCase(Nif()) + "', '" +
-           vb::UCase(ui->Combocodigo->Text()) + "', " + apuntes + ", " + debe + ", " + haber + ", " + anterior +
-           ", '" + ultimo + "')";
+    return "INSERT INTO " + Tabla("cabecera") + " VALUES (" + Ejercicio() + ", " + sql::Comillas(vb::UCase(Nif())) + ", " +
+           sql::Comillas(vb::UCase(ui->Combocodigo->Text())) + ", " + apuntes + ", " + debe + ", " + haber + ", " + anterior +
+           ", " + sql::Comillas(ultimo) + ")";
 }
 
 // ---- Loading -------------------------------------------------------------------------------
@@ -193,7 +193,7 @@ void CardWindow::Form_Load() {
 void CardWindow::CargarDatos() {
     ui->Comboejercicioapunte->Clear();
     auto rs = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE " + Columna("nif", "cabecera") +
-                                       " = '" + Nif() + "' ORDER BY " + Columna("ejercicio", "cabecera"));
+                                       " = " + sql::Comillas(Nif()) + " ORDER BY " + Columna("ejercicio", "cabecera"));
     const QString actual = CStr(vb::Date().year());
     int elegido = -1;
     while (!rs->Eof()) {
@@ -286,7 +286,7 @@ void CardWindow::Comboejercicioapunte_Click() {
     // 3. The balance carried: read from the head row of the year before on
     //    every display, stored in this year's row only when an entry is added.
     auto anterior = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE " +
-                                             Columna("nif", "cabecera") + " = '" + Nif() + "' AND " +
+                                             Columna("nif", "cabecera") + " = " + sql::Comillas(Nif()) + " AND " +
                                              Columna("ejercicio", "cabecera") + " = " + pasado);
     if (anterior->Eof()) {
         ui->Labeldebepasadoapunte->setText(Amount(0));
@@ -302,7 +302,7 @@ void CardWindow::Comboejercicioapunte_Click() {
 
     // 4. The year's head row.
     auto cabeza = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE " +
-                                           Columna("nif", "cabecera") + " = '" + Nif() + "' AND " +
+                                           Columna("nif", "cabecera") + " = " + sql::Comillas(Nif()) + " AND " +
                                            Columna("ejercicio", "cabecera") + " = " + CStr(Y));
     if (cabeza->Eof()) {
         for (QLabel* l : {ui->Labeltotalapuntes, ui->Labeltotalcobrados, ui->Labelultimamodificacion,
@@ -323,7 +323,7 @@ void CardWindow::Comboejercicioapunte_Click() {
 
     // 5. The entries, with the running balance of the year alone.
     auto apunte = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("detalle") + " WHERE " +
-                                           Columna("nif", "detalle") + " = '" + Nif() + "' AND " +
+                                           Columna("nif", "detalle") + " = " + sql::Comillas(Nif()) + " AND " +
                                            Columna("ejercicio", "detalle") + " = " + CStr(Y));
     SaldoAcumulado = 0;
     int cobrados = 0;
@@ -365,8 +365,8 @@ void CardWindow::Combotiendaapunte_Click() {
 }
 
 void CardWindow::Comboformapagoapunte_Click() {
-    auto rs = BaseDatos->OpenRecordset("SELECT * FROM formapago WHERE codigo_formapago = '" +
-                                       ui->Comboformapagoapunte->Text() + "'");
+    auto rs = BaseDatos->OpenRecordset("SELECT * FROM formapago WHERE codigo_formapago = " +
+                                       sql::Comillas(ui->Comboformapagoapunte->Text()));
     if (rs->Eof()) {
         ui->Labelformapagoapuntedescripcion->setText(QString());
         ui->Labelformapagoapuntevencimientos->setText(QString());
@@ -497,9 +497,9 @@ bool CardWindow::FechaCambiada(const Ejecutar& ejecutar) {
                    vb::vbYesNo + vb::vbQuestion, QStringLiteral("Pregunta")) == vb::vbYes) {
         const QString valor = Format(ui->Calendario->Value(), kFecha);
         const QString numero = CStr(Val(ui->Gridapuntes->TextMatrix(FilaPulsada, 0)));
-        ejecutar("UPDATE " + Tabla("detalle") + " SET " + Columna("fecha", "detalle") + " = '" + valor + "'" +
+        ejecutar("UPDATE " + Tabla("detalle") + " SET " + Columna("fecha", "detalle") + " = " + sql::Comillas(valor) +
                  DondeApunte(numero));
-        ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("ultimo", "cabecera") + " = '" + valor + "'" +
+        ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("ultimo", "cabecera") + " = " + sql::Comillas(valor) +
                  DondeCabecera());
         if (ModoVentana == QLatin1String("N")) Commandnuevo_Click();
         else Commandmodificar_Click();
@@ -517,8 +517,8 @@ void CardWindow::GuardarNuevo(const Ejecutar& ejecutar) {
         return;
     }
     // 2. The payment term's number of due dates and their day counts.
-    auto forma = BaseDatos->OpenRecordset("SELECT * FROM formapago WHERE  codigo_formapago = '" +
-                                          ui->Comboformapagoapunte->Text() + "'");
+    auto forma = BaseDatos->OpenRecordset("SELECT * FROM formapago WHERE  codigo_formapago = " +
+                                          sql::Comillas(ui->Comboformapagoapunte->Text()));
     const int N = int(forma->Fields(QStringLiteral("vencimientos_formapago")).num());
     std::array<int, 12> dias{};
     for (int i = 0; i < 12; ++i) dias[i] = int(forma->Fields("dias" + Format(i + 1, QStringLiteral("00")) + "_formapago").num());
@@ -561,13 +561,13 @@ void CardWindow::GuardarNuevo(const Ejecutar& ejecutar) {
     const QString anterior = Amount(Val(ui->Labeltotalsaldopasado->text()));
     const QString ultimo = Format(ui->Calendario->Value(), kFecha);
     auto cabeza = BaseDatos->OpenRecordset("SELECT * FROM " + Tabla("cabecera") + " WHERE  " +
-                                           Columna("nif", "cabecera") + " = '" + Nif() + "' AND " +
+                                           Columna("nif", "cabecera") + " = " + sql::Comillas(Nif()) + " AND " +
                                            Columna("ejercicio", "cabecera") + " = " + Ejercicio());
     if (!cabeza->Eof()) {
         ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("apuntes", "cabecera") + " = " + apuntes + ", " +
                  Columna(a.columna, "cabecera") + " = " + anotado + ", " + Columna(m.columna, "cabecera") + " = " +
                  marcado + ", " + Columna("anterior", "cabecera") + " = " + anterior + ", " +
-                 Columna("ultimo", "cabecera") + " = '" + ultimo + "'" + DondeCabecera());
+                 Columna("ultimo", "cabecera") + " = " + sql::Comillas(ultimo) + DondeCabecera());
     } else {
         // The table's order: debe, then haber.
         const bool debeAnotado = D.anotado == Importe::Debe;
@@ -601,18 +601,18 @@ void CardWindow::GuardarModificado(const Ejecutar& ejecutar) {
     //    typed, not the amount typed: with other entries on the card it holds
     //    their sum as well. That is how the card has always saved a change.
     ejecutar("UPDATE " + Tabla("detalle") + " SET " + Columna(a.columna, "detalle") + " = " +
-             CStr(Val(a.total->text()) + Val(a.caja->text())) + ", " + Columna("tienda", "detalle") + " = '" +
-             ui->Combotiendaapunte->Text() + "', " + Columna("serie", "detalle") + " = '" +
-             ui->Comboserieapunte->Text() + "', " + Columna("documento", "detalle") + " = '" + documento + "', " +
-             Columna("formapago", "detalle") + " = '" + ui->Comboformapagoapunte->Text() + "', " +
-             Columna("descripcion", "detalle") + " = '" + vb::UCase(ui->Textdescripcionapunte->text()) + "', " +
-             Columna("fecha", "detalle") + " = '" + ui->Textfechaapunte->text() + "', " +
+             CStr(Val(a.total->text()) + Val(a.caja->text())) + ", " + Columna("tienda", "detalle") + " = " +
+             sql::Comillas(ui->Combotiendaapunte->Text()) + ", " + Columna("serie", "detalle") + " = " +
+             sql::Comillas(ui->Comboserieapunte->Text()) + ", " + Columna("documento", "detalle") + " = " + sql::Comillas(documento) + ", " +
+             Columna("formapago", "detalle") + " = " + sql::Comillas(ui->Comboformapagoapunte->Text()) + ", " +
+             Columna("descripcion", "detalle") + " = " + sql::Comillas(vb::UCase(ui->Textdescripcionapunte->text())) + ", " +
+             Columna("fecha", "detalle") + " = " + sql::Comillas(ui->Textfechaapunte->text()) + ", " +
              Columna(m.columna, "detalle") + " = " + Amount(Val(m.caja->text())) + ", " +
-             Columna("tipo_linea", "detalle") + " = '" + tipo + "'" + DondeApunte(numero));
+             Columna("tipo_linea", "detalle") + " = " + sql::Comillas(tipo) + DondeApunte(numero));
     // 4. The head: the side owed only; the other side is not touched.
     ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna(a.columna, "cabecera") + " = " +
-             Amount(Val(a.caja->text()) + Val(a.total->text())) + ", " + Columna("ultimo", "cabecera") + " = '" +
-             ui->Textfechaapunte->text() + "'" + DondeCabecera());
+             Amount(Val(a.caja->text()) + Val(a.total->text())) + ", " + Columna("ultimo", "cabecera") + " = " +
+             sql::Comillas(ui->Textfechaapunte->text()) + DondeCabecera());
     // 5.
     Commandmodificar_Click();
 }
@@ -631,7 +631,7 @@ void CardWindow::GuardarBorrado(const Ejecutar& ejecutar) {
     const Lado a = Anotado();
     if (Val(a.caja->text()) != 0) a.total->setText(CStr(Val(a.total->text()) - Val(a.caja->text())));
     ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna(a.columna, "cabecera") + " = " + a.total->text() +
-             ", " + Columna("ultimo", "cabecera") + " = '" + ui->Textfechaapunte->text() + "'" + DondeCabecera());
+             ", " + Columna("ultimo", "cabecera") + " = " + sql::Comillas(ui->Textfechaapunte->text()) + DondeCabecera());
     ejecutar("DELETE FROM " + Tabla("detalle") + DondeApunte(CStr(Val(ui->Labelapunteapunte->text()))));
     Commandborrar_Click();
 }
@@ -683,11 +683,11 @@ void CardWindow::Marcar(const Ejecutar& ejecutar) {
         m.total->setText(CStr(Val(m.total->text()) - importe));
         sentencia = "UPDATE " + Tabla("detalle") + " SET " + Columna("tipo_linea", "detalle") + " = ''";
     }
-    ejecutar(sentencia + " WHERE " + Columna("nif", "detalle") + " = '" + Nif() + "' AND " +
+    ejecutar(sentencia + " WHERE " + Columna("nif", "detalle") + " = " + sql::Comillas(Nif()) + " AND " +
              Columna("numero", "detalle") + " = " + numero + " AND " + Columna("ejercicio", "detalle") + " = " +
              Ejercicio());
-    ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("ultimo", "cabecera") + " = '" +
-             ui->Labelultimamodificacion->text() + "', " + Columna(m.columna, "cabecera") + " = " + m.total->text() +
+    ejecutar("UPDATE " + Tabla("cabecera") + " SET " + Columna("ultimo", "cabecera") + " = " +
+             sql::Comillas(ui->Labelultimamodificacion->text()) + ", " + Columna(m.columna, "cabecera") + " = " + m.total->text() +
              DondeCabecera());
     if (ModoVentana == QLatin1String("N")) Commandnuevo_Click();
     else Commandmodificar_Click();

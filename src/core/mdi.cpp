@@ -5,6 +5,7 @@
 #include "runtime/msgbox.h"
 #include "runtime/shell.h"
 #include "runtime/vb.h"
+#include "core/sql_values.h"
 #include <QAction>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -204,8 +205,8 @@ void MDI::MDIForm_Load() {
     } else {
         std::unique_ptr<Recordset> rs;
         r([&] {
-            rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = '" +
-                                          TiendaPrograma + "'");
+            rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = " +
+                                          sql::Comillas(TiendaPrograma));
         });
         r([&] {
             if (!rs) vb::Raise(91, QStringLiteral("Variable de tipo Object o de bloque With no establecida"));

@@ -47,6 +47,7 @@
 #include "core/record_store.h"
 #include "core/schema.h"
 #include "core/sql_dialect.h"
+#include "core/sql_values.h"
 #include "runtime/errors.h"
 
 #include <sqlite3.h>
@@ -62,6 +63,8 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+
+#include <unistd.h>
 
 
 namespace vel {
@@ -392,6 +395,8 @@ void registerFunctions(sqlite3* db) {
 // to destroy at the program's exit, so a database closed then (one held by a
 // static) never reads a list that is already gone.
 constinit Database* firstOpen = nullptr;
+// Events of the program running now as actions (Database::BeginAction).
+int actionDepth = 0;
 
 // The first word of a statement, upper-cased.
 QString firstWord(const QString& sql) {
@@ -597,6 +602,12 @@ Header readHeader(const QString& path) {
 
 [[noreturn]] void raiseNotRecognised(const QString& path) {
     vb::Raise(3343, QStringLiteral("Formato de base de datos no reconocido '%1'.").arg(path));
+}
+
+[[noreturn]] void raiseReadOnly(const QString& path) {
+    vb::Raise(3051, QStringLiteral("No se puede abrir el archivo '%1': el archivo o la carpeta que lo contiene "
+                                   "es de sólo lectura. El programa necesita poder escribir en los dos.")
+                        .arg(path));
 }
 
 [[noreturn]] void raiseInUse(const QString& path) {
@@ -902,6 +913,14 @@ int Database::LockWait() { return lockWait; }
 void Database::SetLockWait(int milliseconds) { lockWait = milliseconds; }
 
 Database::Database(sqlite3* db, QString path) : db_(db), path_(std::move(path)) {
+    // From the first database opened on, each event of the program is an action.
+    static const bool actions = [] {
+        vb::SetActionHooks({.begin = &Database::BeginAction,
+                            .end = &Database::EndAction,
+                            .abandon = &Database::AbandonAction});
+        return true;
+    }();
+    (void)actions;
     nextOpen_ = firstOpen;
     if (firstOpen) firstOpen->prevOpen_ = this;
     firstOpen = this;
@@ -932,6 +951,11 @@ void Database::Close() {
         r->db_ = nullptr;
     }
     open_.clear();
+    // Closed by the program in the middle of an action (the session's end, the
+    // compact window): what the action wrote stands. A scope still open is
+    // rolled back by the engine as the file closes.
+    if (db_ && byAction_ && scopes_ == 0 && !broken_ && !sqlite3_get_autocommit(db_))
+        sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
     if (db_) sqlite3_close_v2(db_);
     db_ = nullptr;
 }
@@ -948,6 +972,12 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
     }
     if (info.isDir() || !info.isReadable())
         vb::Raise(3024, QStringLiteral("No se encuentra el archivo '%1'.").arg(path));
+    // The database and its folder must be writable: the store keeps its log
+    // beside the file. Said plainly, instead of the engine failing later on
+    // the log as if the file were not a database.
+    if (::access(QFile::encodeName(path).constData(), W_OK) != 0 ||
+        ::access(QFile::encodeName(info.absolutePath()).constData(), W_OK) != 0)
+        raiseReadOnly(path);
     // An empty file, or one that is no database of the engine, or a database
     // that another program marked as its own: not ours, untouched.
     const Header header = readHeader(path);
@@ -972,6 +1002,24 @@ std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
     }
     applySettings(db);
     return std::unique_ptr<Database>(new Database(db, path));
+}
+
+bool Database::QuickCheck() {
+    sqlite3_stmt* st = nullptr;
+    if (sqlite3_prepare_v2(db_, "PRAGMA quick_check", -1, &st, nullptr) != SQLITE_OK) {
+        if (st) sqlite3_finalize(st);
+        return false;
+    }
+    bool whole = false;
+    int rows = 0;
+    int rc;
+    while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+        ++rows;
+        const auto* t = reinterpret_cast<const char*>(sqlite3_column_text(st, 0));
+        whole = rows == 1 && t && std::strcmp(t, "ok") == 0;
+    }
+    sqlite3_finalize(st);
+    return rc == SQLITE_DONE && whole;
 }
 
 std::unique_ptr<Database> Database::CreateDatabase(const QString& path) {
@@ -1007,6 +1055,38 @@ std::unique_ptr<Database> Database::CreateInMemory(const QString& path) {
     }
     registerFunctions(db);
     return std::unique_ptr<Database>(new Database(db, path));
+}
+
+namespace {
+
+// A comment marker (-- or /*) outside the quoted texts of a statement. The
+// windows never write one: it can only come from a value that broke out of its
+// quotes.
+bool hasCommentMarker(const QString& sql) {
+    bool quoted = false;
+    const qsizetype n = sql.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        const QChar c = sql[i];
+        if (c == QLatin1Char('\'')) {
+            quoted = !quoted; // a doubled '' inside a text turns twice
+            continue;
+        }
+        if (quoted || i + 1 >= n) continue;
+        const QChar d = sql[i + 1];
+        if ((c == QLatin1Char('-') && d == QLatin1Char('-')) || (c == QLatin1Char('/') && d == QLatin1Char('*')))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+// A statement that a value has reshaped never runs: one holding a quoted value
+// whose apostrophe broke out of its quotes (sql_values.h), or a comment
+// marker, fails as the statement's syntax error, the error an apostrophe has
+// always given, whatever followed the apostrophe.
+void Database::refuseReshaped(const QString& engineSql) {
+    if (sql::LlevaValorRoto(engineSql) || hasCommentMarker(engineSql)) raiseSyntax(engineSql);
 }
 
 // `reportErrors` false: a statement the engine does not take gives nullptr.
@@ -1051,6 +1131,7 @@ void Database::detachCursors() {
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql) {
     const QString text = dialect::ToEngine(sql);
+    refuseReshaped(text);
     // The keyed form of the query when it has one and the engine takes it;
     // otherwise (and for the engine's own message on a bad query) as written.
     const auto keyed = dialect::Keyed(text);
@@ -1071,21 +1152,148 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql) {
 }
 
 void Database::Execute(const QString& sql) {
+    const QString text = dialect::ToEngine(sql);
+    refuseReshaped(text);
     detachCursors();
-    sqlite3_stmt* stmt = prepare(dialect::ToEngine(sql));
+    sqlite3_stmt* stmt = prepare(text);
     if (sqlite3_column_count(stmt) > 0) {
         sqlite3_finalize(stmt);
         vb::Raise(3065, QStringLiteral("No se puede ejecutar una consulta de selección."));
     }
+    // A transaction that broke on the disk: the rest of its writes are skipped.
+    if (broken_) {
+        sqlite3_finalize(stmt);
+        return;
+    }
+    if (actionDepth > 0 && sqlite3_get_autocommit(db_)) {
+        try {
+            begin();
+        } catch (...) {
+            sqlite3_finalize(stmt);
+            throw;
+        }
+        byAction_ = true;
+    }
+    const bool inTransaction = !sqlite3_get_autocommit(db_);
     const int rc = sqlite3_step(stmt);
     if (rc != SQLITE_DONE && rc != SQLITE_ROW) {
         const QString text = QString::fromUtf8(sqlite3_sql(stmt));
         // Keep the error of the step: finalize would report it again anyway.
         const int extended = sqlite3_extended_errcode(db_);
         sqlite3_finalize(stmt);
+        if (inTransaction && breakOnDiskError(extended)) return;
         raiseEngineError(db_, extended, text, path_);
     }
     sqlite3_finalize(stmt);
+}
+
+// ---------------------------------------------------------------------------
+// Transactions.
+//
+// A transaction is opened with BEGIN IMMEDIATE: the writer's lock is taken at
+// once (waiting LockWait for another program to finish its own), so whatever
+// the transaction reads stays as read until it commits. The write-ahead log
+// makes a commit whole: a kill or a power cut before it leaves nothing of the
+// transaction, after it everything.
+
+bool Database::InTransaction() const { return !sqlite3_get_autocommit(db_); }
+
+void Database::begin() {
+    detachCursors();
+    const int rc = sqlite3_exec(db_, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) raiseEngineError(db_, sqlite3_extended_errcode(db_), QStringLiteral("BEGIN"), path_);
+    broken_ = false;
+}
+
+void Database::commit() {
+    byAction_ = false;
+    if (broken_) {
+        broken_ = false;
+        if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        vb::Raise(brokenNumber_, brokenDescription_);
+    }
+    if (sqlite3_get_autocommit(db_)) return;
+    detachCursors();
+    const int rc = sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
+    if (rc != SQLITE_OK) {
+        const int extended = sqlite3_extended_errcode(db_);
+        if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+        raiseEngineError(db_, extended, QStringLiteral("COMMIT"), path_);
+    }
+}
+
+void Database::rollback() {
+    byAction_ = false;
+    broken_ = false;
+    if (sqlite3_get_autocommit(db_)) return;
+    detachCursors();
+    sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+bool Database::breakOnDiskError(int rc) {
+    const int primary = rc & 0xFF;
+    if (primary != SQLITE_FULL && primary != SQLITE_IOERR) return false;
+    if (!sqlite3_get_autocommit(db_)) sqlite3_exec(db_, "ROLLBACK", nullptr, nullptr, nullptr);
+    broken_ = true;
+    if (primary == SQLITE_FULL) {
+        brokenNumber_ = 3026;
+        brokenDescription_ = QStringLiteral("No hay suficiente espacio en disco.");
+    } else {
+        brokenNumber_ = 3043;
+        brokenDescription_ = QStringLiteral("Error en el disco o en la red.");
+    }
+    return true;
+}
+
+void Database::BeginAction() { ++actionDepth; }
+
+void Database::EndAction() {
+    if (actionDepth > 0) --actionDepth;
+    if (actionDepth > 0) return;
+    // Commit every database the action wrote to; the first failure is raised
+    // once the others are settled.
+    std::exception_ptr failure;
+    for (Database* db = firstOpen; db; db = db->nextOpen_) {
+        if (!db->byAction_ && !db->broken_) continue;
+        if (db->scopes_ > 0) continue; // a scope still open (a box of it) commits it
+        try {
+            db->commit();
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    }
+    if (failure) std::rethrow_exception(failure);
+}
+
+void Database::AbandonAction() {
+    actionDepth = 0;
+    for (Database* db = firstOpen; db; db = db->nextOpen_) {
+        db->scopes_ = 0;
+        db->rollback();
+    }
+}
+
+Transaccion::Transaccion(Database& db) : db_(&db), outer_(db.scopes_ == 0), exceptions_(std::uncaught_exceptions()) {
+    if (outer_ && sqlite3_get_autocommit(db.db_)) db.begin();
+    ++db.scopes_;
+}
+
+Transaccion::~Transaccion() noexcept(false) {
+    if (done_ || db_->scopes_ == 0) return; // committed, or abandoned with the action
+    --db_->scopes_;
+    if (!outer_) return;
+    if (std::uncaught_exceptions() > exceptions_) {
+        db_->rollback();
+        return;
+    }
+    db_->commit();
+}
+
+void Transaccion::Commit() {
+    if (done_ || !outer_ || db_->scopes_ == 0) return;
+    done_ = true;
+    --db_->scopes_;
+    db_->commit();
 }
 
 } // namespace vel

@@ -9,7 +9,11 @@
 //  - money written in quotes into numeric columns, numbers into text columns;
 //  - text compared and ordered without regard to case or accents, in Spanish
 //    order (Ñ after N);
-//  - exactly one statement per call (a trailing ";" or comment is allowed).
+//  - exactly one statement per call (a trailing ";" is allowed);
+//  - no comment (-- or /* */), which the original engine never had: a
+//    statement with one fails as its syntax error, and so does a statement a
+//    quoted value with an apostrophe broke (sql_values.h), whatever followed
+//    the apostrophe.
 // A failing statement raises vb::RuntimeError with the number and description
 // the original engine gives (3134 syntax error in INSERT, 3022 duplicate key,
 // 3346 wrong number of values, 3464 type mismatch, 3078 unknown table...).
@@ -96,7 +100,8 @@ private:
 class Database {
 public:
     // Opens the file shared, read-write. A missing or unreadable file raises
-    // 3024 "No se encuentra el archivo '...'"; a file that is not a database
+    // 3024 "No se encuentra el archivo '...'"; a file or folder the program
+    // can't write to 3051, which says so; a file that is not a database
     // of this program 3343 "Formato de base de datos no reconocido", and it is
     // left as it was; a file another program holds locked for longer than
     // LockWait 3045 "No se pudo usar '...'; el archivo ya está en uso.".
@@ -107,6 +112,10 @@ public:
     // names it in messages. The chain's catalogue is one (dbase_store.h).
     static std::unique_ptr<Database> CreateInMemory(const QString& path);
     ~Database();
+
+    // The engine's quick check of the whole file: false when it finds damage
+    // (or can't read the file through).
+    bool QuickCheck();
 
     std::unique_ptr<Recordset> OpenRecordset(const QString& sql);
     void Execute(const QString& sql);
@@ -125,10 +134,41 @@ public:
     static int LockWait();
     static void SetLockWait(int milliseconds);
 
+    // True while a transaction is open on this database (a Transaccion, or an
+    // action that has written).
+    bool InTransaction() const;
+
+    // Every event that enters the program from the event loop is one action:
+    // its first write opens a transaction (BEGIN IMMEDIATE) on the database it
+    // writes to, and the end of the event commits it. An event that ends the
+    // program by an untrapped error or End leaves no write behind: its
+    // transaction is rolled back before the message is shown. Events that
+    // arrive while a box of the action is open join the action. The commit
+    // raises the store's error when it fails (after rolling back).
+    static void BeginAction();
+    static void EndAction();
+    static void AbandonAction();
+
 private:
     friend class Recordset;
+    friend class Transaccion;
+    void begin();    // BEGIN IMMEDIATE, cursors let go first
+    void commit();   // COMMIT, or the error of a transaction that broke
+    void rollback(); // ROLLBACK of whatever is open
+    // Inside a transaction, a write that fails because the disk is full or
+    // failed breaks the transaction: it is rolled back at once, the later
+    // writes of the same transaction are skipped, and the error is raised once,
+    // by the commit. So a save on a full disk gives one message, not one for
+    // each of its statements, and changes nothing.
+    bool breakOnDiskError(int rc);
+    int scopes_ = 0;      // Transaccion scopes open on this database
+    bool byAction_ = false; // the open transaction was begun by an action's write
+    bool broken_ = false;
+    int brokenNumber_ = 0;
+    QString brokenDescription_;
     Database(sqlite3* db, QString path);
     sqlite3_stmt* prepare(const QString& sql, bool reportErrors = true);
+    void refuseReshaped(const QString& engineSql);
     void detachCursors();
     std::vector<Recordset*> open_;
     sqlite3* db_;
@@ -136,6 +176,40 @@ private:
     // The list of open databases runs through the databases themselves.
     Database* prevOpen_ = nullptr;
     Database* nextOpen_ = nullptr;
+};
+
+// A transaction over the statements of one action, as a scope:
+//
+//   {
+//       Transaccion t(*BaseDatos);  // BEGIN IMMEDIATE: the writer's lock, now
+//       ... reads and writes ...
+//   }                               // COMMIT
+//
+// Leaving the scope by an exception (an untrapped error, End) rolls back;
+// leaving it normally commits, and a failing commit rolls back and raises the
+// store's error (3026 for a full disk). Commit() commits earlier, inside a
+// trap, for the windows whose save report must tell a failure of the commit
+// too. A scope opened while another is open on the same database joins it:
+// only the outermost commits or rolls back, and an error trapped inside an
+// inner scope changes nothing for the outer one. A scope joins the
+// transaction an action has already begun with its writes, and commits it.
+// Because the writer's lock is taken at the start, what the scope reads (a
+// document counter) cannot be changed by another program before the scope
+// commits: two programs saving on one file never take the same number.
+class Transaccion {
+public:
+    explicit Transaccion(Database& db);
+    ~Transaccion() noexcept(false);
+    Transaccion(const Transaccion&) = delete;
+    Transaccion& operator=(const Transaccion&) = delete;
+    // Commits now (outermost scope only; an inner scope leaves it to the outer).
+    void Commit();
+
+private:
+    Database* db_;
+    bool outer_;
+    bool done_ = false;
+    int exceptions_;
 };
 
 } // namespace vel

@@ -86,20 +86,20 @@ bool GuardarContador(Database& db, Documento documento, const QString& tienda,
     // The ticket window reads the row with its own proposal statement.
     const QString select = documento == Documento::Ticket
         ? SentenciaPropuesta(documento, store, year)
-        : "SELECT * FROM series WHERE tipo_series = '" + QString("VN") + "' " +
+        : "SELECT * FROM series WHERE tipo_series = " + sql::Comillas(QString("VN")) + " " +
               "AND ejercicio_series = " + year + " AND " + "tienda_series = " + store + " AND " +
-              "serie_series = '" + word + "'";
+              "serie_series = " + sql::Comillas(word);
 
     auto rs = db.OpenRecordset(select);
     if (rs->Eof()) {
         // The only place a counter row is born: at the first save in its key.
-        db.Execute("INSERT INTO series VALUES ('" + QString("VN") + "', " + year + ", " + store + ", '" +
-                   word + "', " + number + ")");
+        db.Execute("INSERT INTO series VALUES (" + sql::Comillas(QString("VN")) + ", " + year + ", " + store + ", " +
+                   sql::Comillas(word) + ", " + number + ")");
         return true;
     }
-    db.Execute("UPDATE series SET contador_series = " + number + " WHERE " + "tipo_series = '" +
-               QString("VN") + "' AND " + "ejercicio_series = " + year + " AND" + " tienda_series = " +
-               store + " AND " + "serie_series = '" + word + "'");
+    db.Execute("UPDATE series SET contador_series = " + number + " WHERE " + "tipo_series = " +
+               sql::Comillas(QString("VN")) + " AND " + "ejercicio_series = " + year + " AND" + " tienda_series = " +
+               store + " AND " + "serie_series = " + sql::Comillas(word));
     return false;
 }
 
@@ -111,7 +111,7 @@ int NumeroFacturaDeAlbaran(Database& db, const QString& ejercicio) {
     if (rs->Eof()) {
         const int M = 1;
         // 'VN' in the place of 'FD': kept as it is, see the header.
-        db.Execute("INSERT INTO series VALUES ('" + QString("VN") + "', " + E + ", " + QString::number(0) +
+        db.Execute("INSERT INTO series VALUES (" + sql::Comillas(QString("VN")) + ", " + E + ", " + QString::number(0) +
                    ", '" + "VN" + "', " + QString::number(M) + ")");
         return M;
     }
@@ -125,15 +125,15 @@ int NumeroFacturaDeAlbaran(Database& db, const QString& ejercicio) {
 void SeguirContadorRecibido(Database& db, const QString& tienda, const QString& serie,
                             const QString& ejercicio, const QString& numero) {
     auto rs = db.OpenRecordset(QString("SELECT * FROM series ") + "WHERE tipo_series = 'VN' " +
-                               "AND tienda_series = " + tienda + " " + "AND serie_series = '" + serie +
-                               "' " + "AND ejercicio_series = " + ejercicio);
+                               "AND tienda_series = " + tienda + " " + "AND serie_series = " + sql::Comillas(serie) +
+                               " " + "AND ejercicio_series = " + ejercicio);
     if (rs->Eof()) {
-        db.Execute("INSERT INTO series VALUES ('" + QString("VN") + "', " + ejercicio + ", " + tienda +
+        db.Execute("INSERT INTO series VALUES (" + sql::Comillas(QString("VN")) + ", " + ejercicio + ", " + tienda +
                    ", '" + "AV', " + numero + ")");
         return;
     }
-    db.Execute("UPDATE series SET contador_series = " + numero + " WHERE " + "tipo_series = '" +
-               QString("VN") + "' AND " + "ejercicio_series = " + ejercicio + " AND " +
+    db.Execute("UPDATE series SET contador_series = " + numero + " WHERE " + "tipo_series = " +
+               sql::Comillas(QString("VN")) + " AND " + "ejercicio_series = " + ejercicio + " AND " +
                "tienda_series = " + tienda + " AND " + "serie_series = 'AV'");
 }
 
@@ -168,14 +168,14 @@ QString SentenciaEjercicios(Documento documento, const QString& cliente) {
         if (cliente == QLatin1String("*"))
             return QString("SELECT * FROM cabecera_factura_venta") + " WHERE nif_cabecera_factura_venta <> '" +
                    "*" + "' " + "ORDER BY ejercicio_cabecera_factura_venta";
-        return QString("SELECT * FROM cabecera_factura_venta") + " WHERE nif_cabecera_factura_venta = '" +
-               cliente + "' " + "ORDER BY ejercicio_cabecera_factura_venta";
+        return QString("SELECT * FROM cabecera_factura_venta") + " WHERE nif_cabecera_factura_venta = " +
+               sql::Comillas(cliente) + " " + "ORDER BY ejercicio_cabecera_factura_venta";
     }
     if (cliente == QLatin1String("*"))
         return QString("SELECT * FROM cabecera_albaran_venta") + " WHERE nif_cabecera_albaran_venta <> '" +
                "*" + "' " + "ORDER BY ejercicio_cabecera_albaran_venta";
-    return QString("SELECT * FROM cabecera_albaran_venta") + " WHERE nif_cabecera_albaran_venta = '" +
-           cliente + "' " + "ORDER BY ejercicio_cabecera_albaran_venta";
+    return QString("SELECT * FROM cabecera_albaran_venta") + " WHERE nif_cabecera_albaran_venta = " +
+           sql::Comillas(cliente) + " " + "ORDER BY ejercicio_cabecera_albaran_venta";
 }
 
 ListaEjercicios CargarEjercicios(Database& db, Documento documento, const QString& cliente,

@@ -3,6 +3,7 @@
 #include "core/schema.h"
 #include "runtime/app.h"
 #include "runtime/errors.h"
+#include "runtime/msgbox.h"
 #include "runtime/vb.h"
 #include <sqlite3.h>
 
@@ -16,6 +17,8 @@ Database* BaseCatalogo = nullptr;
 void Main() {
     const QString path = vb::AppPath() + QStringLiteral("/datos.mdb");
     BaseDatos = Database::OpenDatabase(path).release();
+    // A damaged file still opens: the user is told, and pointed to the repair.
+    if (!BaseDatos->QuickCheck()) vb::MsgBox(kAvisoBaseDanada, vb::vbExclamation, QStringLiteral("Advertencia"));
     // A database made before the product lookups had their indexes gets them
     // now, once.
     schema::CreateMissingIndexes(*BaseDatos);

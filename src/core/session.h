@@ -24,6 +24,14 @@ void CloseSession();
 // read: a missing config.ini is an untrapped error and ends the program.
 QString LeeClientePrograma();
 
+// What the start says when the engine's check finds datos.mdb damaged. The
+// program starts all the same.
+inline const QString kAvisoBaseDanada = QStringLiteral(
+    "La comprobación de la base de datos datos.mdb ha encontrado daños en el archivo.\n\n"
+    "El programa se abre igualmente, pero algunos datos pueden no leerse o no guardarse bien. "
+    "Haga una copia de datos.mdb y repárela con la ventana \"Reparar base de datos\" "
+    "(menú Utilidades, Reparar) antes de seguir trabajando.");
+
 // Default installation tag and store.
 inline const QString kClienteProgramaPorDefecto = QStringLiteral("FERROBANDA");
 inline const QString kTiendaProgramaPorDefecto = QStringLiteral("1");

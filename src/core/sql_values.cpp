@@ -7,7 +7,33 @@ namespace vel {
 
 namespace sql {
 
-QString Comillas(const QString& texto) { return QLatin1Char('\'') + texto + QLatin1Char('\''); }
+namespace {
+// The quoted values with an apostrophe built lately. A statement is built from
+// its values right before it runs, so the last few are all the store needs to
+// recognise; older ones drop out.
+constexpr int kValoresRecordados = 64;
+QStringList& ValoresRotos() {
+    static QStringList valores;
+    return valores;
+}
+} // namespace
+
+QString Comillas(const QString& texto) {
+    const QString valor = QLatin1Char('\'') + texto + QLatin1Char('\'');
+    if (texto.contains(QLatin1Char('\''))) {
+        QStringList& rotos = ValoresRotos();
+        rotos.removeAll(valor);
+        rotos.append(valor);
+        if (rotos.size() > kValoresRecordados) rotos.removeFirst();
+    }
+    return valor;
+}
+
+bool LlevaValorRoto(const QString& sentencia) {
+    for (const QString& valor : ValoresRotos())
+        if (sentencia.contains(valor)) return true;
+    return false;
+}
 
 QString ComillasMayusculas(const QString& texto) { return Comillas(vb::UCase(texto)); }
 

@@ -26,7 +26,11 @@ inline const QString kMascaraCuatroCifras = QStringLiteral("0000");   // banks, 
 inline const QString kMascaraDosDecimales = QStringLiteral("0.00");   // amounts
 inline const QString kMascaraTresDecimales = QStringLiteral("0.000"); // prices
 
-// 'text'
+// 'text'. A text with an apostrophe breaks the statement it is put in, as it
+// always has: the store raises the statement's syntax error (3134 for an
+// INSERT, 3144 for an UPDATE, 3075 for a query or a DELETE) whatever follows
+// the apostrophe, and never runs a statement such a value has reshaped
+// (X' OR '1'='1 would otherwise turn a WHERE into one that every row meets).
 QString Comillas(const QString& texto);
 // 'TEXT'
 QString ComillasMayusculas(const QString& texto);
@@ -36,6 +40,10 @@ QString Numero(const QString& texto);
 QString NumeroConMascara(const QString& texto, const QString& mascara);
 // The values of a positional INSERT, in order, joined by ", ".
 QString Valores(const QStringList& valores);
+
+// True when the statement holds a quoted value built above whose apostrophe
+// breaks it (the store asks before running any statement).
+bool LlevaValorRoto(const QString& sentencia);
 
 } // namespace sql
 

@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "runtime/variant.h"
 #include "runtime/vb.h"
+#include "core/sql_values.h"
 
 namespace vel {
 
@@ -37,8 +38,8 @@ void Bancos::Combobanco_Change() {
 void Bancos::Combobanco_Click() {
     if (!CodigoNumerico(ui->Combobanco))
         return;
-    auto rs = BaseDatos->OpenRecordset("select * from bancos where codigo_banco='" +
-                                       ui->Combobanco->Text() + "'");
+    auto rs = BaseDatos->OpenRecordset("select * from bancos where codigo_banco=" +
+                                       sql::Comillas(ui->Combobanco->Text()));
     if (rs->AbsolutePosition() == -1) {
         ui->TextoNombre->setText("");
     } else {
@@ -54,11 +55,11 @@ void Bancos::BotonAceptar_Click() {
     // The search takes the code as typed and the insert the code with four
     // digits: "1" is looked for as '1' and inserted as '0001', even when '0001'
     // is already there.
-    auto rs = BaseDatos->OpenRecordset("select codigo_banco from bancos where codigo_banco= '" +
-                                       ui->Combobanco->Text() + "'");
+    auto rs = BaseDatos->OpenRecordset("select codigo_banco from bancos where codigo_banco= " +
+                                       sql::Comillas(ui->Combobanco->Text()));
     if (rs->AbsolutePosition() != -1) {
-        BaseDatos->Execute("update bancos set nombre_banco='" + ui->TextoNombre->text() +
-                           "' where codigo_banco= '" + rs->Fields("codigo_banco").str() + "' ");
+        BaseDatos->Execute("update bancos set nombre_banco=" + sql::Comillas(ui->TextoNombre->text()) +
+                           " where codigo_banco= " + sql::Comillas(rs->Fields("codigo_banco").str()) + " ");
     } else {
         BaseDatos->Execute(SentenciaInsertar());
     }
@@ -67,20 +68,20 @@ void Bancos::BotonAceptar_Click() {
 }
 
 QString Bancos::SentenciaInsertar() const {
-    return "insert into bancos values('" + vb::Format(ui->Combobanco->Text(), sql::kMascaraCuatroCifras) + "','" +
-           ui->TextoNombre->text() + "')";
+    return "insert into bancos values(" + sql::Comillas(vb::Format(ui->Combobanco->Text(), sql::kMascaraCuatroCifras)) + "," +
+           sql::Comillas(ui->TextoNombre->text()) + ")";
 }
 
 void Bancos::BotonBorrar_Click() {
     if (!CodigoNumerico(ui->Combobanco))
         return;
-    auto rs = BaseDatos->OpenRecordset("select * from bancos where codigo_banco='" +
-                                       ui->Combobanco->Text() + "'");
+    auto rs = BaseDatos->OpenRecordset("select * from bancos where codigo_banco=" +
+                                       sql::Comillas(ui->Combobanco->Text()));
     // Only the bank goes: its branches stay in bancos_sucursales.
     BorradoConPregunta(*rs, "No existe el codigo del banco", "¿Esta seguro de borrar este codigo de banco?",
                        [this](Recordset& fila) {
-                           BaseDatos->Execute("delete *  from bancos where codigo_banco='" +
-                                              fila.Fields("codigo_banco").str() + "'");
+                           BaseDatos->Execute("delete *  from bancos where codigo_banco=" +
+                                              sql::Comillas(fila.Fields("codigo_banco").str()));
                            fila.Close();
                            ui->TextoNombre->setText("");
                        });

@@ -14,6 +14,8 @@
 #include "runtime/vb.h"
 #include "ui_farticulos.h"
 
+#include <algorithm>
+
 namespace vel {
 
 namespace {
@@ -196,23 +198,23 @@ void Farticulos::Cargardivision() {
 
 void Farticulos::Cargargfamilia() {
     LlenarCombo(ui->Combogfamilia,
-                "SELECT codigo_granfamilia, descripcion_granfamilia FROM grandes_familias WHERE codigo_division = '" +
-                    Division() + "' ORDER BY descripcion_granfamilia",
+                "SELECT codigo_granfamilia, descripcion_granfamilia FROM grandes_familias WHERE codigo_division = " +
+                    sql::Comillas(Division()) + " ORDER BY descripcion_granfamilia",
                 QStringLiteral("codigo_granfamilia"), QStringLiteral("descripcion_granfamilia"));
 }
 
 void Farticulos::Cargarfamilia() {
     LlenarCombo(ui->Combofamilia,
-                "SELECT codigo_familia, descripcion_familia FROM familias WHERE codigo_division = '" + Division() +
-                    "' AND codigo_granfamilia = '" + Gfamilia() + "' ORDER BY descripcion_familia",
+                "SELECT codigo_familia, descripcion_familia FROM familias WHERE codigo_division = " + sql::Comillas(Division()) +
+                    " AND codigo_granfamilia = " + sql::Comillas(Gfamilia()) + " ORDER BY descripcion_familia",
                 QStringLiteral("codigo_familia"), QStringLiteral("descripcion_familia"));
 }
 
 void Farticulos::Cargararticulo() {
     LlenarCombo(ui->Comboarticulo,
-                "SELECT codigo_articulo, descripcion_articulo FROM articulos WHERE codigo_division = '" + Division() +
-                    "' AND codigo_granfamilia = '" + Gfamilia() + "' AND codigo_familia = '" + Familia() +
-                    "' ORDER BY descripcion_articulo",
+                "SELECT codigo_articulo, descripcion_articulo FROM articulos WHERE codigo_division = " + sql::Comillas(Division()) +
+                    " AND codigo_granfamilia = " + sql::Comillas(Gfamilia()) + " AND codigo_familia = " + sql::Comillas(Familia()) +
+                    " ORDER BY descripcion_articulo",
                 QStringLiteral("codigo_articulo"), QStringLiteral("descripcion_articulo"));
 }
 
@@ -263,14 +265,18 @@ QString Farticulos::FilaArticulo(const QString& referencia, const QString& descr
     fila = vb::Left(fila + marca + vb::Space(15), 81);
     fila = fila + modelo + vb::Space(15);
     const QString precio = vb::Format(pvp, sql::kMascaraTresDecimales);
-    return fila + vb::Left(vb::Space(10), 10 - vb::Len(precio)) + precio;
+    // A price of a million or more (the eight-character box takes 99999999,
+    // and a bulk change can raise a price past it) is wider than its column:
+    // it stands as it is, one character further right, so that a product the
+    // window saved always shows again in its leaf.
+    return fila + vb::Left(vb::Space(10), std::max(0, 10 - vb::Len(precio))) + precio;
 }
 
 QString Farticulos::SentenciaCargarDatos() const {
     return "SELECT referencia_productos, descripcion_productos, marca_productos, modelo_productos, "
-           "pvp_neto_productos FROM productos WHERE division_productos = '" +
-           Division() + "' AND gfamilia_productos = '" + Gfamilia() + "' AND familia_productos = '" + Familia() +
-           "' AND articulo_productos = '" + Articulo() + "' ORDER BY referencia_productos";
+           "pvp_neto_productos FROM productos WHERE division_productos = " +
+           sql::Comillas(Division()) + " AND gfamilia_productos = " + sql::Comillas(Gfamilia()) + " AND familia_productos = " + sql::Comillas(Familia()) +
+           " AND articulo_productos = " + sql::Comillas(Articulo()) + " ORDER BY referencia_productos";
 }
 
 void Farticulos::CargarDatos() {
@@ -310,8 +316,8 @@ void Farticulos::ListArticulos_DblClick() {
 
 void Farticulos::Textreferencia_LostFocus() {
     auto Registro = BaseDatos->OpenRecordset(
-        "SELECT referencia_productos, descripcion_productos FROM productos WHERE referencia_productos = '" +
-        ui->Textreferencia->text() + "' ");
+        "SELECT referencia_productos, descripcion_productos FROM productos WHERE referencia_productos = " +
+        sql::Comillas(ui->Textreferencia->text()) + " ");
     const bool encontrado = Registro->AbsolutePosition() != -1;
     if (ModoVentana == kN) {
         if (encontrado) {
@@ -330,8 +336,8 @@ void Farticulos::Textreferencia_LostFocus() {
 }
 
 void Farticulos::Cargarreferencias() {
-    auto Registro = BaseDatos->OpenRecordset("SELECT * FROM productos WHERE referencia_productos = '" +
-                                             ui->Textreferencia->text() + "' ");
+    auto Registro = BaseDatos->OpenRecordset("SELECT * FROM productos WHERE referencia_productos = " +
+                                             sql::Comillas(ui->Textreferencia->text()) + " ");
     if (Registro->AbsolutePosition() == -1) return;
     const std::pair<QLineEdit*, const char*> campos[] = {
         {ui->Textreferencia, "referencia_productos"},   {ui->Textdescripcion, "descripcion_productos"},
@@ -432,7 +438,7 @@ QString Farticulos::SentenciaModificar() const {
            ", coleccion_productos = " + ComillasMayusculas(ui->Textcoleccion->text()) +
            ", temporada_productos = " + ComillasMayusculas(ui->Texttemporada->text()) +
            ", codigo_iva_productos = " + Numero(vb::Left(ui->Comboiva->Text(), 2)) +
-           " WHERE referencia_productos = '" + ui->Textreferencia->text() + "'";
+           " WHERE referencia_productos = " + sql::Comillas(ui->Textreferencia->text());
 }
 
 void Farticulos::Commandaceptar_Click() {
@@ -454,8 +460,7 @@ void Farticulos::Commandaceptar_Click() {
         }
         if (vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el artículo?"), kPregunta, kAdvertencia) ==
             vb::vbYes) {
-            BaseDatos->Execute("DELETE FROM productos WHERE referencia_productos = '" + ui->Textreferencia->text() +
-                               "'");
+            BaseDatos->Execute("DELETE FROM productos WHERE referencia_productos = " + sql::Comillas(ui->Textreferencia->text()));
             BorrarReferencias();
             CargarDatos();
         }
@@ -509,10 +514,10 @@ void Farticulos::CommandCambiar_Click() {
     if (vb::MsgBox(pregunta, kPregunta, kAdvertencia) != vb::vbYes) return;
     const double aumento = vb::Val(ui->TextAumentar->text());
     // The group query takes every product of the leaf, also those of price 0.
-    CambiarPreciosDe("SELECT referencia_productos, pvp_neto_productos FROM productos WHERE division_productos = '" +
-                         Division() + "' AND gfamilia_productos = '" + Gfamilia() + "' AND familia_productos = '" +
-                         Familia() + "' AND articulo_productos = '" + Articulo() +
-                         "' ORDER BY referencia_productos",
+    CambiarPreciosDe("SELECT referencia_productos, pvp_neto_productos FROM productos WHERE division_productos = " +
+                         sql::Comillas(Division()) + " AND gfamilia_productos = " + sql::Comillas(Gfamilia()) + " AND familia_productos = " +
+                         sql::Comillas(Familia()) + " AND articulo_productos = " + sql::Comillas(Articulo()) +
+                         " ORDER BY referencia_productos",
                      [aumento](double pvp) { return pvp * (aumento / 100 + 1); });
 }
 
@@ -583,7 +588,7 @@ void Farticulos::CommandBuscarArticuloProveedor_Click() {
     if (ui->TextCodigoProveedor->text() != QString()) {
         consulta += "WHERE codigo = " + vb::CStr(vb::Val(ui->TextCodigoProveedor->text())) + " ORDER BY codigo";
     } else if (ui->TextDescripcionProveedor->text() != QString()) {
-        consulta += "WHERE nombre LIKE '*" + vb::UCase(ui->TextDescripcionProveedor->text()) + "*' ORDER BY nombre";
+        consulta += "WHERE nombre LIKE " + sql::Comillas("*" + vb::UCase(ui->TextDescripcionProveedor->text()) + "*") + " ORDER BY nombre";
     } else if (ui->TextCodigoBarrasProveedor->text() != QString()) {
         consulta += "WHERE ean = " + vb::CStr(vb::Val(ui->TextCodigoBarrasProveedor->text())) + " ORDER BY ean";
     }

@@ -138,7 +138,7 @@ void PartnerLists::Lista_Click(const QString& palabra) {
 
 QString PartnerLists::SentenciaBusqueda(const QString& palabra, const QString& texto) const {
     const List* l = Find(palabra);
-    return "SELECT * FROM " + T.table + " WHERE " + T.Column(l->stem) + " = '" + texto + "'";
+    return "SELECT * FROM " + T.table + " WHERE " + T.Column(l->stem) + " = " + sql::Comillas(texto);
 }
 
 void PartnerLists::buscanif() {
@@ -204,11 +204,11 @@ QLabel* PartnerView::Etiqueta(const PartnerLookup& l) const {
 QString PartnerView::SentenciaCodigo(const PartnerLookup& l) const {
     const QString codigo = Valor(QLatin1String(l.box));
     switch (l.what) {
-    case PartnerLookup::Banco: return "SELECT * FROM bancos WHERE codigo_banco = '" + codigo + "'";
+    case PartnerLookup::Banco: return "SELECT * FROM bancos WHERE codigo_banco = " + sql::Comillas(codigo);
     case PartnerLookup::Sucursal:
-        return "SELECT * FROM bancos_sucursales WHERE codigo_sucursal = '" + codigo + "' AND codigo_banco = '" +
-               Valor(QStringLiteral("Textbanco")) + "'";
-    case PartnerLookup::FormaPago: return "SELECT * FROM formapago WHERE codigo_formapago = '" + codigo + "'";
+        return "SELECT * FROM bancos_sucursales WHERE codigo_sucursal = " + sql::Comillas(codigo) + " AND codigo_banco = " +
+               sql::Comillas(Valor(QStringLiteral("Textbanco")));
+    case PartnerLookup::FormaPago: return "SELECT * FROM formapago WHERE codigo_formapago = " + sql::Comillas(codigo);
     case PartnerLookup::Iva: return "SELECT * FROM iva WHERE codigo_iva = " + codigo;
     case PartnerLookup::Tienda: return "SELECT * FROM tienda WHERE codigo_tienda = " + vb::CStr(vb::Val(codigo));
     }
@@ -219,8 +219,8 @@ QString PartnerView::SentenciaLista(const PartnerLookup& l) const {
     switch (l.what) {
     case PartnerLookup::Banco: return QStringLiteral("SELECT * FROM bancos ORDER BY nombre_banco");
     case PartnerLookup::Sucursal:
-        return "SELECT * FROM bancos_sucursales WHERE codigo_banco = '" + Valor(QStringLiteral("Textbanco")) +
-               "' ORDER BY nombre_sucursal";
+        return "SELECT * FROM bancos_sucursales WHERE codigo_banco = " + sql::Comillas(Valor(QStringLiteral("Textbanco"))) +
+               " ORDER BY nombre_sucursal";
     case PartnerLookup::FormaPago: return QStringLiteral("SELECT * FROM formapago ORDER BY nombre_formapago");
     case PartnerLookup::Iva: return QStringLiteral("SELECT * FROM iva ORDER BY iva");
     case PartnerLookup::Tienda: return QStringLiteral("SELECT * FROM tienda ORDER BY nombre_tienda");
@@ -237,18 +237,18 @@ QString PartnerView::EntradaLista(const PartnerLookup& l, const Recordset& rs) c
 // first of them.
 QString PartnerView::SentenciaNombre(const PartnerLookup& l, const QString& nombre) const {
     switch (l.what) {
-    case PartnerLookup::Banco: return "SELECT * FROM bancos WHERE nombre_banco = '" + nombre + "'";
-    case PartnerLookup::Sucursal: return "SELECT * FROM bancos_sucursales WHERE nombre_sucursal = '" + nombre + "'";
-    case PartnerLookup::FormaPago: return "SELECT * FROM formapago WHERE nombre_formapago = '" + nombre + "'";
+    case PartnerLookup::Banco: return "SELECT * FROM bancos WHERE nombre_banco = " + sql::Comillas(nombre);
+    case PartnerLookup::Sucursal: return "SELECT * FROM bancos_sucursales WHERE nombre_sucursal = " + sql::Comillas(nombre);
+    case PartnerLookup::FormaPago: return "SELECT * FROM formapago WHERE nombre_formapago = " + sql::Comillas(nombre);
     case PartnerLookup::Iva: return options_.vatListRow + nombre;
-    case PartnerLookup::Tienda: return "SELECT * FROM tienda WHERE nombre_tienda= '" + nombre + "'";
+    case PartnerLookup::Tienda: return "SELECT * FROM tienda WHERE nombre_tienda= " + sql::Comillas(nombre);
     }
     return QString();
 }
 
 void PartnerView::muestradatos() {
-    auto Registro = BaseDatos->OpenRecordset("SELECT * FROM " + T.table + " WHERE " + T.Column("nif") + " = '" +
-                                             vb::UCase(Valor(QStringLiteral("Textnif"))) + "'");
+    auto Registro = BaseDatos->OpenRecordset("SELECT * FROM " + T.table + " WHERE " + T.Column("nif") + " = " +
+                                             sql::Comillas(vb::UCase(Valor(QStringLiteral("Textnif")))));
     for (const PartnerField& f : T.Fields()) {
         const QString columna = T.Column(f.stem);
         QWidget* control = Control(QLatin1String(f.control));

@@ -4,6 +4,7 @@
 #include "core/session.h"
 #include "runtime/variant.h"
 #include "runtime/vb.h"
+#include "core/sql_values.h"
 
 namespace vel {
 
@@ -48,8 +49,8 @@ void Sucursales::ActualizaComboBancos() {
 void Sucursales::ActualizaComboSucursal() {
     // Always in branch code order, whatever the order of the banks.
     LlenaCombo(ui->Combosucursal,
-               "select * from bancos_sucursales where codigo_banco='" + Banco() +
-                   "' order by codigo_sucursal asc",
+               "select * from bancos_sucursales where codigo_banco=" + sql::Comillas(Banco()) +
+                   " order by codigo_sucursal asc",
                [](const Recordset& rs) { return rs.Fields("codigo_sucursal").str(); });
 }
 
@@ -72,8 +73,8 @@ void Sucursales::Combosucursal_Change() {
 void Sucursales::Combosucursal_Click() {
     if (!CodigoNumerico(ui->Combosucursal))
         return;
-    auto rs = BaseDatos->OpenRecordset("select * from bancos_sucursales where codigo_sucursal='" +
-                                       Sucursal() + "' and codigo_banco='" + Banco() + "'");
+    auto rs = BaseDatos->OpenRecordset("select * from bancos_sucursales where codigo_sucursal=" +
+                                       sql::Comillas(Sucursal()) + " and codigo_banco=" + sql::Comillas(Banco()));
     if (rs->AbsolutePosition() == -1) {
         ui->TextoNombre->setText("");
         ui->TextoDireccion->setText("");
@@ -91,14 +92,14 @@ void Sucursales::BotonAceptar_Click() {
     const QString banco = Banco();
     const QString sucursal = Sucursal();
     auto rs = BaseDatos->OpenRecordset(
-        "select codigo_sucursal,codigo_banco from bancos_sucursales where codigo_banco='" + banco +
-        "' and codigo_sucursal='" + sucursal + "'");
+        "select codigo_sucursal,codigo_banco from bancos_sucursales where codigo_banco=" + sql::Comillas(banco) +
+        " and codigo_sucursal=" + sql::Comillas(sucursal));
     if (rs->AbsolutePosition() != -1) {
-        BaseDatos->Execute("update bancos_sucursales set  codigo_sucursal='" + sucursal + "',codigo_banco='" +
-                           banco + "',nombre_sucursal='" + ui->TextoNombre->text() +
-                           "',direccion_sucursal='" + ui->TextoDireccion->text() + "' where codigo_banco='" +
-                           rs->Fields("codigo_banco").str() + "' and codigo_sucursal='" +
-                           vb::Left(sucursal, 4) + "'");
+        BaseDatos->Execute("update bancos_sucursales set  codigo_sucursal=" + sql::Comillas(sucursal) + ",codigo_banco=" +
+                           sql::Comillas(banco) + ",nombre_sucursal=" + sql::Comillas(ui->TextoNombre->text()) +
+                           ",direccion_sucursal=" + sql::Comillas(ui->TextoDireccion->text()) + " where codigo_banco=" +
+                           sql::Comillas(rs->Fields("codigo_banco").str()) + " and codigo_sucursal=" +
+                           sql::Comillas(vb::Left(sucursal, 4)));
     } else {
         BaseDatos->Execute(SentenciaInsertar(banco, sucursal));
     }
@@ -107,20 +108,20 @@ void Sucursales::BotonAceptar_Click() {
 }
 
 QString Sucursales::SentenciaInsertar(const QString& banco, const QString& sucursal) const {
-    return "insert into bancos_sucursales values('" + sucursal + "','" + banco + "','" + ui->TextoNombre->text() +
-           "','" + ui->TextoDireccion->text() + "')";
+    return "insert into bancos_sucursales values(" + sql::Comillas(sucursal) + "," + sql::Comillas(banco) + "," + sql::Comillas(ui->TextoNombre->text()) +
+           "," + sql::Comillas(ui->TextoDireccion->text()) + ")";
 }
 
 void Sucursales::BotonBorrar_Click() {
     if (!CodigoNumerico(ui->Combosucursal))
         return;
-    auto rs = BaseDatos->OpenRecordset("select * from bancos_sucursales where codigo_banco='" + Banco() +
-                                       "' and codigo_sucursal='" + Sucursal() + "'");
+    auto rs = BaseDatos->OpenRecordset("select * from bancos_sucursales where codigo_banco=" + sql::Comillas(Banco()) +
+                                       " and codigo_sucursal=" + sql::Comillas(Sucursal()));
     BorradoConPregunta(*rs, "No existe el codigo de la sucursal",
                        "¿Esta seguro de borrar este codigo de sucursal?", [this](Recordset& fila) {
-                           BaseDatos->Execute("delete *  from bancos_sucursales where codigo_banco='" +
-                                              fila.Fields("codigo_banco").str() + "' and codigo_sucursal='" +
-                                              fila.Fields("codigo_sucursal").str() + "'");
+                           BaseDatos->Execute("delete *  from bancos_sucursales where codigo_banco=" +
+                                              sql::Comillas(fila.Fields("codigo_banco").str()) + " and codigo_sucursal=" +
+                                              sql::Comillas(fila.Fields("codigo_sucursal").str()));
                            fila.Close();
                            ui->TextoNombre->setText("");
                            ui->TextoDireccion->setText("");

@@ -148,10 +148,10 @@ bool FTpv::BuscarProducto(const QString& campo) {
     if (campo == QLatin1String("REFERENCIA")) {
         const QString texto = ui->Textreferencia->text();
         rs = BaseDatos->OpenRecordset(QString("SELECT descripcion_productos, pvp_neto_productos, codigo_iva_productos ") +
-                                      "FROM productos " + "WHERE referencia_productos = '" + texto + "' " +
-                                      "OR cod_barras1_productos = '" + texto + "' " +
-                                      "OR cod_barras2_productos = '" + texto + "' " +
-                                      "OR cod_barras3_productos = '" + texto + "'");
+                                      "FROM productos " + "WHERE referencia_productos = " + sql::Comillas(texto) + " " +
+                                      "OR cod_barras1_productos = " + sql::Comillas(texto) + " " +
+                                      "OR cod_barras2_productos = " + sql::Comillas(texto) + " " +
+                                      "OR cod_barras3_productos = " + sql::Comillas(texto));
         if (rs->Eof()) {
             vb::MsgBox("Código no encontrado");
             return false;
@@ -161,7 +161,7 @@ bool FTpv::BuscarProducto(const QString& campo) {
         const QString texto = ui->Textdescripcion->text();
         rs = BaseDatos->OpenRecordset(
             QString("SELECT referencia_productos, descripcion_productos, pvp_neto_productos, codigo_iva_productos ") +
-            "FROM productos " + "WHERE descripcion_productos LIKE '*" + texto + "*'");
+            "FROM productos " + "WHERE descripcion_productos LIKE " + sql::Comillas("*" + texto + "*"));
         if (rs->Eof()) {
             vb::MsgBox("Descripción no encontrada");
             return false;
@@ -306,15 +306,21 @@ void FTpv::TextEntregado_KeyPress(int& KeyAscii) {
 }
 
 // The sale is stored before its ticket is printed: the counter first, then the
-// header, then the lines, one statement at a time. The ticket goes to the
-// current printer with no dialog and no error trap: a printer that fails loses
-// the paper, not the sale.
+// header, then the lines, in one transaction that holds the file from the
+// reading of the counter to the last line, so two tills never take one number
+// and a sale is stored whole or not at all. The ticket goes to the current
+// printer with no dialog and no error trap: a printer that fails loses the
+// paper, not the sale.
 void FTpv::CommandCobrar_Click() {
     if (ui->ListTicket->ListCount() < 1) return;
-    CargarNumeroTicket();
-    GuardarContador(*BaseDatos, Documento::Ticket, Tienda(), Ejercicio(), ui->ComboTicket->Text());
-    BaseDatos->Execute(SentenciaCabecera());
-    for (int i = 0; i < ui->ListTicket->ListCount(); ++i) BaseDatos->Execute(SentenciaLinea(ui->ListTicket->List(i)));
+    {
+        Transaccion venta(*BaseDatos);
+        CargarNumeroTicket();
+        GuardarContador(*BaseDatos, Documento::Ticket, Tienda(), Ejercicio(), ui->ComboTicket->Text());
+        BaseDatos->Execute(SentenciaCabecera());
+        for (int i = 0; i < ui->ListTicket->ListCount(); ++i)
+            BaseDatos->Execute(SentenciaLinea(ui->ListTicket->List(i)));
+    }
     vb::Printer().SetPaperKind(vb::Paper::Receipt);
     CabeceraTicket();
     DetalleTicket();

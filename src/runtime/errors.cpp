@@ -83,6 +83,7 @@ int depth = 0;
 bool ended = false;
 // The error (or End) of an event raised by code, on its way back to that code.
 std::exception_ptr held;
+ActionHooks actionHooks;
 } // namespace
 
 // An event entering the program from the event loop is the boundary where an
@@ -109,25 +110,41 @@ void RunEvent(const std::function<void()>& procedure) {
         return;
     }
     ++depth;
+    const ActionHooks hooks = actionHooks;
+    auto abandon = [&hooks] {
+        if (hooks.abandon) hooks.abandon();
+    };
     try {
         try {
-            procedure();
-            RaiseHeld();
+            if (hooks.begin) hooks.begin();
+            try {
+                procedure();
+                RaiseHeld();
+            } catch (...) {
+                abandon();
+                throw;
+            }
+            if (hooks.end) hooks.end();
         } catch (const RuntimeError& e) {
             held = nullptr;
+            abandon();
             Untrapped(e);
         } catch (const std::exception& e) {
             held = nullptr;
+            abandon();
             Untrapped(AsRuntimeError(e));
         }
     } catch (const EndProgram&) {
         held = nullptr;
+        abandon();
         --depth;
         ProgramEnded();
         return;
     }
     --depth;
 }
+
+void SetActionHooks(ActionHooks hooks) { actionHooks = std::move(hooks); }
 
 void RaiseHeld() {
     if (!held) return;

@@ -86,6 +86,17 @@ QString UntrappedMessage(const RuntimeError& error);
 // goes through here.
 void RunEvent(const std::function<void()>& procedure);
 
+// What the store does around each event that enters the program from the event
+// loop (the session installs it): `begin` before the procedure, `end` after it
+// returned (an error it raises is the event's untrapped error), `abandon` when
+// the event ends the program (an untrapped error, End), before the message.
+struct ActionHooks {
+    std::function<void()> begin;
+    std::function<void()> end;
+    std::function<void()> abandon;
+};
+void SetActionHooks(ActionHooks hooks);
+
 // Every modal box or dialog runs an event loop of its own, and so does a yield
 // to the event queue (DoEvents): events that arrive meanwhile enter the program
 // afresh, so that an untrapped error in one of them ends the program where it

@@ -6,6 +6,7 @@
 #include "runtime/errors.h"
 #include "runtime/vb.h"
 #include "ui_document_totals.h"
+#include "core/sql_values.h"
 
 namespace vel {
 
@@ -158,8 +159,8 @@ void DocumentTotals::BuscarProducto(const QString& tipo) {
     const QString referencia = Textreferencia->text();
     auto rs = BaseDatos->OpenRecordset(
         "SELECT descripcion_productos, pvp_neto_productos, codigo_iva_productos FROM productos WHERE "
-        "referencia_productos = '" + referencia + "' OR cod_barras1_productos = '" + referencia +
-        "' OR cod_barras2_productos = '" + referencia + "' OR cod_barras3_productos = '" + referencia + "'");
+        "referencia_productos = " + sql::Comillas(referencia) + " OR cod_barras1_productos = " + sql::Comillas(referencia) +
+        " OR cod_barras2_productos = " + sql::Comillas(referencia) + " OR cod_barras3_productos = " + sql::Comillas(referencia));
     if (rs->Eof()) return; // unknown: the fields stay as they are
 
     // The product's price holds VAT; it is taken out at the document's rate, not

@@ -203,7 +203,7 @@ void DocumentWindow::OcultarCalendario() { vb::SetVisible(ui->Calendario, false)
 QString DocumentWindow::ClausulaCliente() const {
     const QString nif = Columna("nif", "cabecera");
     if (ui->Combonif->Text() == QLatin1String("*")) return " WHERE " + nif + " <> '" + "*" + "' ";
-    return " WHERE " + nif + " = '" + ui->Combonif->Text() + "' ";
+    return " WHERE " + nif + " = " + sql::Comillas(ui->Combonif->Text()) + " ";
 }
 
 // ---- The mode buttons -----------------------------------------------------------------------
@@ -243,6 +243,22 @@ void DocumentWindow::ProponerNumero() {
         vel::ProponerNumero(*BaseDatos, textos_.serie, TiendaSerie(), QString::number(ui->Calendario->Year()));
     ui->Comboejerciciofactura->AddItem(p.encontrada ? p.ejercicio : QString::number(ui->Calendario->Year()));
     ui->Comboejerciciofactura->SetListIndex(ui->Comboejerciciofactura->ListCount() - 1);
+    ui->Combonumerofactura->AddItem(p.numero);
+    ui->Combonumerofactura->SetListIndex(ui->Combonumerofactura->ListCount() - 1);
+    NumeroPropuesto = p.numero;
+}
+
+// Inside the save's transaction, with the writer's lock held: a number left as
+// it was proposed follows the counter. When another station has saved that
+// number (or a later one) since it was proposed, the document takes the next
+// number of the counter, shown in the combo; two stations saving at once never
+// take the same number. A number the user typed stays as typed.
+void DocumentWindow::SeguirAlContador() {
+    if (NumeroPropuesto.isEmpty() || ui->Combonumerofactura->Text() != NumeroPropuesto) return;
+    const PropuestaNumero p =
+        vel::ProponerNumero(*BaseDatos, textos_.serie, TiendaSerie(), ui->Comboejerciciofactura->Text());
+    if (Val(p.numero) <= Val(NumeroPropuesto)) return;
+    NumeroPropuesto = p.numero;
     ui->Combonumerofactura->AddItem(p.numero);
     ui->Combonumerofactura->SetListIndex(ui->Combonumerofactura->ListCount() - 1);
 }
@@ -496,8 +512,8 @@ void DocumentWindow::Label55_DblClick() {
 
 void DocumentWindow::Comboformapagofactura_Click() {
     OcultarCalendario();
-    auto rs = BaseDatos->OpenRecordset("SELECT * FROM formapago WHERE codigo_formapago = '" +
-                                       ui->Comboformapagofactura->Text() + "'");
+    auto rs = BaseDatos->OpenRecordset("SELECT * FROM formapago WHERE codigo_formapago = " +
+                                       sql::Comillas(ui->Comboformapagofactura->Text()));
     if (rs->Eof()) {
         vb::MsgBox(QStringLiteral("No se ha encontrado la forma de pago seleccionada. Por favor, revise el código"),
                    vb::vbExclamation, QStringLiteral("Aviso"));
@@ -632,21 +648,32 @@ void DocumentWindow::Commandaceptar_Click() {
             paso([&] { Commandcancelar_Click(); });
             return;
         }
-        // The counter first, to the number on screen; then what the window
-        // does before the rows; then the rows.
+        // What the window asks before the rows (the invoice's print
+        // questions) comes first, so that no question is open while the save
+        // holds the file. Then, in one transaction: the counter, to the number
+        // on screen, and the rows. Nothing of it is written until all is.
+        AntesDeLasLineas(paso);
+        std::optional<Transaccion> guardado;
+        if (!paso([&] { guardado.emplace(*BaseDatos); })) return;
+        paso([&] { SeguirAlContador(); });
         paso([&] {
             GuardarContador(*BaseDatos, textos_.serie, TiendaSerie(), ui->Comboejerciciofactura->Text(),
                             ui->Combonumerofactura->Text());
         });
-        AntesDeLasLineas(paso);
         GuardarDocumento(textos_.estadoNuevo, paso, F);
+        // A commit that fails (a full disk) is reported once and the document
+        // stays on screen, unsaved, to be saved again.
+        if (!paso([&] { guardado->Commit(); })) return;
         paso([&] { Commandnuevo_Click(); });
         paso([&] { vb::SetFocus(ui->Comboejerciciofactura); });
     } else if (ModoVentana == QLatin1String("B")) {
         const int respuesta = vb::MsgBox(QStringLiteral(" ¿Desea eliminar definitivamente el registro?"),
                                          vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2, QStringLiteral("Advertencia"));
         if (respuesta == vb::vbYes) {
+            std::optional<Transaccion> borrado;
+            if (!paso([&] { borrado.emplace(*BaseDatos); })) return;
             BorrarDocumento(paso);
+            paso([&] { borrado->Commit(); });
             paso([&] { Commandborrar_Click(); });
         } else {
             paso([&] { Commandcancelar_Click(); });
@@ -657,10 +684,15 @@ void DocumentWindow::Commandaceptar_Click() {
         const int respuesta = vb::MsgBox(textos_.preguntaModificar, vb::vbYesNo + vb::vbCritical + vb::vbDefaultButton2,
                                          QStringLiteral("Advertencia"));
         if (respuesta == vb::vbYes) {
-            // A modification is a delete and an insert of the whole document.
-            const QString estado = EstadoModificado(paso);
-            BorrarDocumento(paso);
-            GuardarDocumento(estado, paso, F);
+            // A modification is a delete and an insert of the whole document,
+            // in one transaction: the document is never seen half-written.
+            std::optional<Transaccion> guardado;
+            if (paso([&] { guardado.emplace(*BaseDatos); })) {
+                const QString estado = EstadoModificado(paso);
+                BorrarDocumento(paso);
+                GuardarDocumento(estado, paso, F);
+                paso([&] { guardado->Commit(); });
+            }
         }
         paso([&] { Commandmodificar_Click(); });
     }

@@ -187,6 +187,8 @@ private:
     QString ClausulaCliente() const;
     bool LlenarNumeros(const QString& orden);
     void ProponerNumero();
+    void SeguirAlContador();
+    QString NumeroPropuesto; // the last number proposed, as shown
     void CargarLineas(bool desdeNumero);
     ClaveDocumento Clave() const;
     DatosCabecera Cabecera(const QString& estado) const;

@@ -10,6 +10,7 @@
 #include "sales/receipts.h"
 #include "ui_document_window.h"
 #include "ui_formalbaranventa.h"
+#include "core/sql_values.h"
 
 namespace vel {
 
@@ -74,7 +75,7 @@ void FormAlbaranVenta::BuscarTienda(const QString& nombreTienda) {
     }
     vb::ResumeNext r;
     r([&] {
-        auto rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = '" + nombreTienda + "'");
+        auto rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = " + sql::Comillas(nombreTienda));
         if (!rs->Eof()) {
             TiendaDocumento = rs->Fields(QStringLiteral("codigo_tienda")).str();
         } else {
@@ -159,8 +160,8 @@ QStringList FormAlbaranVenta::SentenciasBorrado() const {
     const QString tienda = Format(Val(TiendaDocumento), QStringLiteral("00"));
     const QString ano = ui->Comboejerciciofactura->Text();
     const QString numero = CStr(Val(ui->Combonumerofactura->Text()));
-    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = '" + ui->Combonif->Text() +
-                "' AND tienda_cabecera_albaran_venta = " + tienda +
+    return {"DELETE FROM cabecera_albaran_venta WHERE nif_cabecera_albaran_venta = " + sql::Comillas(ui->Combonif->Text()) +
+                " AND tienda_cabecera_albaran_venta = " + tienda +
                 " AND serie_cabecera_albaran_venta = 'AV' AND ejercicio_cabecera_albaran_venta = " + ano +
                 " AND numero_cabecera_albaran_venta = " + numero,
             "DELETE FROM detalle_albaran_venta WHERE tienda_detalle_albaran_venta = " + tienda +

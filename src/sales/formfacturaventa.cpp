@@ -14,6 +14,7 @@
 #include "runtime/vb.h"
 #include "ui_document_window.h"
 #include "ui_formfacturaventa.h"
+#include "core/sql_values.h"
 
 #include <QDir>
 #include <QPlainTextEdit>
@@ -188,8 +189,8 @@ QString FormFacturaVenta::EstadoModificado(const Paso&) { return QStringLiteral(
 QStringList FormFacturaVenta::SentenciasBorrado() const {
     const QString ano = ui->Comboejerciciofactura->Text();
     const QString numero = CStr(Val(ui->Combonumerofactura->Text()));
-    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = '" + ui->Combonif->Text() +
-                "' AND ejercicio_cabecera_factura_venta = " + ano + " AND numero_cabecera_factura_venta = " + numero,
+    return {"DELETE FROM cabecera_factura_venta WHERE nif_cabecera_factura_venta = " + sql::Comillas(ui->Combonif->Text()) +
+                " AND ejercicio_cabecera_factura_venta = " + ano + " AND numero_cabecera_factura_venta = " + numero,
             "DELETE FROM detalle_factura_venta WHERE ejercicio_detalle_factura_venta = " + ano +
                 " AND numero_detalle_factura_venta = " + numero};
 }

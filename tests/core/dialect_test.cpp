@@ -129,11 +129,25 @@ TEST_F(Dialect, LikeIgnoresCaseAndAccentsButNotTheEnye) {
     EXPECT_EQ(Rows(QStringLiteral("SELECT * FROM productos WHERE descripcion_productos LIKE '*camion*'"), ref), QStringList{QStringLiteral("N3")});
 }
 
-TEST_F(Dialect, ASemicolonBlanksOrACommentAfterTheStatementAreAccepted) {
+TEST_F(Dialect, ASemicolonOrBlanksAfterTheStatementAreAccepted) {
     EXPECT_EQ(ErrorOf([&] { db->OpenRecordset(QStringLiteral("SELECT * FROM iva;")); }), 0);
     EXPECT_EQ(ErrorOf([&] { db->OpenRecordset(QStringLiteral("SELECT * FROM iva ;  \r\n")); }), 0);
-    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("UPDATE iva SET iva = 21 WHERE codigo_iva = 1 -- tipo general")); }), 0);
-    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("UPDATE iva SET iva = 21 WHERE codigo_iva = 1; /* fin */")); }), 0);
+}
+
+// The program's statements never hold a comment: a comment marker outside a
+// quoted text can only come from a value that reshaped the statement, and it
+// is that statement's syntax error. Inside quotes it is text like any other.
+TEST_F(Dialect, ACommentMarkerIsASyntaxErrorOfTheStatement) {
+    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("UPDATE iva SET iva = 21 WHERE codigo_iva = 1 -- tipo general")); }), 3144);
+    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("UPDATE iva SET iva = 21 WHERE codigo_iva = 1; /* fin */")); }), 3144);
+    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("DELETE FROM iva WHERE codigo_iva = 1 /* y */ OR 1=1")); }), 3075);
+    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("INSERT INTO tienda VALUES (7, 'A', '') --")); }), 3134);
+    EXPECT_EQ(ErrorOf([&] { db->OpenRecordset(QStringLiteral("SELECT * FROM iva WHERE codigo_iva = 1 --")); }), 3075);
+    EXPECT_EQ(Rows(QStringLiteral("SELECT * FROM iva"), {QStringLiteral("codigo_iva")}).size(), 3);
+    EXPECT_EQ(First(QStringLiteral("SELECT * FROM iva WHERE codigo_iva = 1"), QStringLiteral("iva")).num(), 21);
+    EXPECT_EQ(ErrorOf([&] { db->Execute(QStringLiteral("INSERT INTO tienda VALUES (7, 'A -- B /* C */', '')")); }), 0);
+    EXPECT_EQ(First(QStringLiteral("SELECT * FROM tienda WHERE codigo_tienda = 7"), QStringLiteral("nombre_tienda")).str(),
+              QStringLiteral("A -- B /* C */"));
 }
 
 TEST_F(Dialect, ASecondStatementIsRejectedAndNothingOfItRuns) {

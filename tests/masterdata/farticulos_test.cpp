@@ -127,15 +127,17 @@ TEST(Farticulos, ALongModelPushesThePriceRight) {
     const QString largo = vel::Farticulos::FilaArticulo("R1", "D", "B", "MODELO LARGO", 12.5);
     EXPECT_EQ(largo.size() - corto.size(), 11);
     EXPECT_EQ(largo.right(10), QStringLiteral("    12.500"));
-    // A price of eleven characters asks Left for a negative length: the
-    // runtime's error 5, as the list has always failed on a price of a million.
     EXPECT_EQ(vel::Farticulos::FilaArticulo("R", "D", "B", "M", 123456.5).right(10), QStringLiteral("123456.500"));
-    try {
-        vel::Farticulos::FilaArticulo("R", "D", "B", "M", 1234567.5);
-        ADD_FAILURE() << "no error";
-    } catch (const vb::RuntimeError& e) {
-        EXPECT_EQ(e.Number, 5);
-    }
+}
+
+// The price box takes eight characters: 99999999 is a price the window saves,
+// so its leaf must open again. A price wider than its column stands as it is.
+TEST(Farticulos, APriceOfAMillionOrMoreStandsWiderThanItsColumn) {
+    const QString corto = vel::Farticulos::FilaArticulo("R", "D", "B", "M", 12.5);
+    const QString millon = vel::Farticulos::FilaArticulo("R", "D", "B", "M", 1234567.5);
+    EXPECT_EQ(millon.size(), corto.size() + 1);
+    EXPECT_TRUE(millon.endsWith(QStringLiteral("M               1234567.500")));
+    EXPECT_TRUE(vel::Farticulos::FilaArticulo("R", "D", "B", "M", 99999999).endsWith(QStringLiteral(" 99999999.000")));
 }
 
 // ---- With the shop's database ---------------------------------------------------------
