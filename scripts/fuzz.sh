@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh --fuzz
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(fuzz_numbers fuzz_config_ini fuzz_sql_dialect fuzz_dbase fuzz_note_exchange)
+[ ${#targets[@]} -eq 0 ] && targets=(fuzz_numbers fuzz_config_ini fuzz_sql_dialect fuzz_dbase fuzz_note_exchange fuzz_xls fuzz_xlsx fuzz_ods)
 cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++-14 -DVEL_FUZZ=ON >/dev/null
 cmake --build build-fuzz -j"$(nproc)" $(printf -- '--target %s ' "${targets[@]}")
 # The catalogue's seeds are made by a program (sound and damaged dBase files).
@@ -17,6 +17,12 @@ if [[ " ${targets[*]} " == *" fuzz_dbase "* ]]; then
   cmake --build build-fuzz -j"$(nproc)" --target dbase_seeds
   mkdir -p fuzz/corpus/fuzz_dbase
   build-fuzz/bin/dbase_seeds build-fuzz/corpus/fuzz_dbase
+fi
+# The workbooks' seeds are written as the tests write them.
+if [[ " ${targets[*]} " == *" fuzz_xls"* || " ${targets[*]} " == *" fuzz_ods "* ]]; then
+  cmake --build build-fuzz -j"$(nproc)" --target workbook_seeds
+  build-fuzz/bin/workbook_seeds build-fuzz/corpus
+  mkdir -p fuzz/corpus/fuzz_xls fuzz/corpus/fuzz_xlsx fuzz/corpus/fuzz_ods
 fi
 export QT_QPA_PLATFORM=offscreen
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"

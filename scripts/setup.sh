@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Installs every Debian 12 package Velmarinda needs to build, run and test.
 # libqt6svg6 draws the program's icon; x11-apps brings xcalc, the calculator
-# of Utilidades > Calculadora.
+# of Utilidades > Calculadora. libfreexl-dev reads .xls workbooks and
+# liborcus-dev .xlsx and .ods ones (the invoice's import); python3-xlwt writes
+# the tests' sample .xls files.
 # Idempotent: when everything is already there it returns at once.
 # --fuzz adds what scripts/fuzz.sh needs.
 set -euo pipefail
@@ -10,6 +12,8 @@ PACKAGES=(
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins qt6-translations-l10n libqt6printsupport6 libgl-dev
   libqt6svg6
   libsqlite3-dev sqlite3 libicu-dev libshp-dev libzip-dev
+  libfreexl-dev liborcus-dev libixion-dev
+  python3 python3-xlwt zip
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-14-dev llvm
   fonts-liberation xvfb xauth locales

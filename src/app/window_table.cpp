@@ -2,6 +2,8 @@
 #include "cards/card_listing.h"
 #include "cards/formfichasclientes.h"
 #include "cards/formfichasproveedores.h"
+#include "dbcare/fcompactar.h"
+#include "dbcare/freparar.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/farticulos.h"
@@ -43,6 +45,9 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
         {"MnuventasItemcontrolalbaran", {"FormControlAlbaran", [] { return new FormControlAlbaran; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},
+        {"MnuUtilidadesCompactar", {"Fcompactar", [] { return new Fcompactar; }}},
+        // Its entry stays greyed: the window is reached only by changing that.
+        {"MnuUtilidadesReparar", {"freparar", [] { return new freparar; }}},
     };
     return table;
 }

@@ -927,6 +927,13 @@ Database::Database(sqlite3* db, QString path) : db_(db), path_(std::move(path)) 
 }
 
 Database::~Database() {
+    Close();
+    if (prevOpen_) prevOpen_->nextOpen_ = nextOpen_;
+    else if (firstOpen == this) firstOpen = nextOpen_;
+    if (nextOpen_) nextOpen_->prevOpen_ = prevOpen_;
+}
+
+void Database::Close() {
     // Cursors still held by windows stop working: their reads fail from now on.
     for (Recordset* r : open_) {
         if (r->stmt_) {
@@ -947,12 +954,10 @@ Database::~Database() {
     // Closed by the program in the middle of an action (the session's end, the
     // compact window): what the action wrote stands. A scope still open is
     // rolled back by the engine as the file closes.
-    if (byAction_ && scopes_ == 0 && !broken_ && !sqlite3_get_autocommit(db_))
+    if (db_ && byAction_ && scopes_ == 0 && !broken_ && !sqlite3_get_autocommit(db_))
         sqlite3_exec(db_, "COMMIT", nullptr, nullptr, nullptr);
-    if (prevOpen_) prevOpen_->nextOpen_ = nextOpen_;
-    else if (firstOpen == this) firstOpen = nextOpen_;
-    if (nextOpen_) nextOpen_->prevOpen_ = prevOpen_;
-    sqlite3_close_v2(db_);
+    if (db_) sqlite3_close_v2(db_);
+    db_ = nullptr;
 }
 
 std::unique_ptr<Database> Database::OpenDatabase(const QString& path) {
@@ -1086,6 +1091,8 @@ void Database::refuseReshaped(const QString& engineSql) {
 
 // `reportErrors` false: a statement the engine does not take gives nullptr.
 sqlite3_stmt* Database::prepare(const QString& sql, bool reportErrors) {
+    // A closed database takes no statement (a window that outlived its Close).
+    if (!db_) raiseClosed();
     const QByteArray utf8 = sql.toUtf8();
     sqlite3_stmt* stmt = nullptr;
     const char* tail = nullptr;

@@ -121,7 +121,13 @@ public:
     void Execute(const QString& sql);
 
     QString path() const { return path_; }
+    // The engine's connection; nullptr once closed.
     sqlite3* handle() const { return db_; }
+    // Closes the file, as the database care windows do before working on it:
+    // cursors still open stop working (a read raises 3420), and so does every
+    // later statement on this object. The object stays valid until deleted.
+    void Close();
+    bool IsOpen() const { return db_ != nullptr; }
 
     // How long a statement waits for a lock another program holds on the file
     // before it fails, in milliseconds: 5000. Tests make it shorter.

@@ -57,7 +57,7 @@ void CloseSession() {
     BaseCatalogo = nullptr;
     // A clean exit leaves datos.mdb whole: what the log holds is written into it
     // first, and closing the last connection then removes the log files.
-    if (BaseDatos)
+    if (BaseDatos && BaseDatos->IsOpen())
         sqlite3_wal_checkpoint_v2(BaseDatos->handle(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
     delete BaseDatos;
     BaseDatos = nullptr;

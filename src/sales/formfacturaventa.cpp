@@ -1,16 +1,22 @@
 #include "sales/formfacturaventa.h"
 
 #include "core/record_store.h"
+#include "runtime/app.h"
 #include "runtime/clock.h"
+#include "runtime/common_dialog.h"
+#include "runtime/errors.h"
+#include "runtime/mouse_pointer.h"
 #include "runtime/msgbox.h"
 #include "printing/print_job.h"
 #include "runtime/printer.h"
 #include "sales/receipts.h"
+#include "sales/workbook.h"
 #include "runtime/vb.h"
 #include "ui_document_window.h"
 #include "ui_formfacturaventa.h"
 #include "core/sql_values.h"
 
+#include <QDir>
 #include <QPlainTextEdit>
 
 namespace vel {
@@ -66,6 +72,7 @@ FormFacturaVenta::FormFacturaVenta(QWidget* parent)
     OnClick(propio->Commandrecibos, [this] { Commandrecibos_Click(); });
     OnClick(propio->CommandDescripcionLarga, [this] { CommandDescripcionLarga_Click(); });
     OnLostFocus(propio->TextDescripcionLarga, [this] { TextDescripcionLarga_LostFocus(); });
+    OnClick(propio->CommandImportar, [this] { CommandImportar_Click(); });
 }
 
 FormFacturaVenta::~FormFacturaVenta() = default;
@@ -237,6 +244,92 @@ void FormFacturaVenta::LineaMensual() {
     Lineas_->Textreferencia->setText(Lineas_->Textreferencia->text() + Format(hoy, QStringLiteral("yymm")));
     const int mes = int(Val(Format(hoy, QStringLiteral("mm"))));
     Lineas_->Textdescripcion->setText(Lineas_->Textdescripcion->text() + QString::fromUtf8(kMesAnterior[mes - 1]));
+}
+
+// ---- The import of lines from a spreadsheet ----------------------------------------------
+
+// The dialog lists .ods with the Excel workbooks: the same lines, as
+// LibreOffice saves them. A workbook is read whole before the first row is
+// played; the rows then go through the very handlers the keyboard runs (Enter
+// in the reference, leaving the description, the price and the discount), in
+// the typist's order, and the events run after each row.
+void FormFacturaVenta::CommandImportar_Click() {
+    vb::OneLineTrap trap(QStringLiteral(" importando fichero"));
+    trap([&] {
+        const QString carpeta = vb::AppPath() + QStringLiteral("/importacion");
+        if (!QDir(carpeta).exists() && !QDir().mkpath(carpeta))
+            vb::Raise(75, QStringLiteral("Error de acceso a la ruta o el archivo"));
+        CommonDialog1->InitDir = carpeta;
+        CommonDialog1->Filter = QStringLiteral(
+            "Archivos de Excel(*.xls,*.xlsx,*.ods)|*.xls;*.xlsx;*.ods|Todos los archivos(*.*)|*.*");
+        CommonDialog1->FileName = QString();
+        CommonDialog1->DialogTitle = QStringLiteral("Seleccionar Hoja Excel");
+        CommonDialog1->ShowOpen();
+        if (CommonDialog1->FileName.isEmpty()) return;
+
+        vb::WaitPointer espera;
+        const Libro libro = Libro::Abrir(CommonDialog1->FileName);
+        for (int Fila = 2; !libro.Cells(Fila, 1).Vacia(); ++Fila) {
+            ImportarFila(libro, Fila);
+            vb::DoEvents();
+        }
+    });
+}
+
+void FormFacturaVenta::ImportarFila(const Libro& libro, int Fila) {
+    DocumentTotals& l = *Lineas_;
+    const auto Cells = [&](int columna) { return libro.Cells(Fila, columna); };
+
+    // 1. The reference, and Enter on it: BuscarProducto, or the line already
+    //    in the grid opened again.
+    l.Textreferencia->setText(vb::UCase(Cells(1).Texto()));
+    int KeyAscii = 13;
+    l.Textreferencia_KeyPress(KeyAscii);
+
+    // 2-5. The question when the sheet and the program differ; nothing in the
+    //      test asks whether the product is known.
+    int Respuesta = 0;
+    const QString descripcionHoja = vb::UCase(Cells(2).Texto());
+    const bool conflicto = l.Textdescripcion->text() != descripcionHoja ||
+                           Val(Cells(4).Texto()) != Val(l.Textprecio->text());
+    if (conflicto) {
+        const QString precioHoja = Cells(4).tipo == Celda::Tipo::Numero
+                                       ? Format(Cells(4).numero, QStringLiteral("0.000"))
+                                       : Format(Cells(4).Texto(), QStringLiteral("0.000"));
+        Respuesta = vb::MsgBox(
+            QStringLiteral("Atención, ya existe un producto con la referencia ") + l.Textreferencia->text() +
+                QStringLiteral(" \n\n¿Desea utilizar los datos del programa y descartar los del fichero de "
+                               "importación?\n\n") +
+                vb::Space(5) + QStringLiteral("Si: ") + vb::Space(5) + l.Textdescripcion->text() + vb::Space(5) +
+                QStringLiteral("Importe: ") + l.Textprecio->text() + QStringLiteral("\n") + vb::Space(5) +
+                QStringLiteral("No: ") + vb::Space(3) + descripcionHoja + vb::Space(5) + QStringLiteral("Importe: ") +
+                precioHoja,
+            vb::vbYesNo, QStringLiteral("Advertencia"));
+        if (Respuesta == vb::vbNo) l.Textdescripcion->setText(descripcionHoja);
+    } else if (!(!l.Textdescripcion->text().isEmpty() && Cells(2).Vacia())) {
+        l.Textdescripcion->setText(descripcionHoja);
+    }
+
+    // 6. Enter on the description.
+    l.Textdescripcion_LostFocus();
+
+    // 7. Units: rows of a reference already in the grid add up to one line.
+    if (Val(l.Textcantidad->text()) != 0)
+        l.Textcantidad->setText(CStr(Val(l.Textcantidad->text()) + Cells(3).Sumando()));
+    else
+        l.Textcantidad->setText(Cells(3).Texto());
+
+    // 8. The sheet's price, without VAT as it stands, unless the program's was kept.
+    if (Respuesta != vb::vbYes) l.Textprecio->setText(Cells(4).Texto());
+    l.Textprecio_LostFocus();
+
+    // 9. The discount, and leaving it: the line is accepted.
+    l.Textdescuento->setText(Cells(5).Texto());
+    l.Textdescuento_LostFocus();
+
+    // 10. The long description, appended: one text for the whole invoice.
+    if (!Cells(6).Vacia())
+        propio->TextDescripcionLarga->setPlainText(propio->TextDescripcionLarga->toPlainText() + Cells(6).Texto());
 }
 
 } // namespace vel

@@ -40,6 +40,9 @@ public:
     // ---- Event procedures ---------------------------------------------------------------
     void CommandDescripcionLarga_Click();
     void TextDescripcionLarga_LostFocus();
+    // ORTA: the lines of a spreadsheet (importacion folder), each row played
+    // through the line fields as a typist would.
+    void CommandImportar_Click();
     // The print dialog, then the invoice (the job named after it) or its
     // receipts, printed from what the window shows.
     void Commandfactura_Click();
@@ -69,6 +72,10 @@ protected:
 
 private:
     bool EsOrta() const;
+    // One row of the sheet through the line fields: reference, the question
+    // when the sheet and the program differ, description, units, price,
+    // discount (which accepts the line), long description.
+    void ImportarFila(const class Libro& libro, int Fila);
     // The "MS" line of ORTA, once the product is found: the reference takes
     // the year and month, the description the name of the month before.
     void LineaMensual();

@@ -15,6 +15,7 @@
 #include "runtime/print_transcript.h"
 #include "scenario/controls.h"
 #include "scenario/dbf_table.h"
+#include "support/workbook_writer.h"
 #include "scenario/fpruebacontroles.h"
 #include "scenario/script.h"
 #include "scenario/services.h"
@@ -161,12 +162,14 @@ private:
             {"today", &Driver::today},
             {"file", &Driver::file},
             {"dbf", &Driver::dbf},
+            {"workbook", &Driver::workbook},
             {"nodb", &Driver::nodb},
             {"sql", &Driver::sql},
             {"start", &Driver::startCommand},
             {"restart", &Driver::restart},
             {"menu", &Driver::menu},
             {"test-window", &Driver::testWindow},
+            {"open", &Driver::open},
             {"env", &Driver::env},
             // Driving controls
             {"click", &Driver::click},
@@ -377,6 +380,35 @@ private:
         *out_ += QStringLiteral("  (%1 registros)\n").arg(body.size() - 1);
     }
 
+    // workbook NAME <<END ... END: a spreadsheet workbook of the kind its name
+    // ends in (.xls, .xlsx, .ods); each line a row, cells separated by ";",
+    // a line "---" starting the next sheet (support/workbook_writer.h).
+    void workbook(const Line& line) {
+        const QString name = line.arg(1);
+        if (line.arg(2) != QLatin1String("<<END")) error(QStringLiteral("workbook NOMBRE <<END ... END"));
+        std::vector<veltest::Hoja> hojas(1);
+        const QStringList& lines = *lines_;
+        int filas = 0;
+        for (++lineNo_; lineNo_ < lines.size() && lines[lineNo_].trimmed() != QLatin1String("END"); ++lineNo_) {
+            const QString row = lines[lineNo_].trimmed();
+            if (row == QLatin1String("---")) {
+                hojas.emplace_back();
+                continue;
+            }
+            QStringList cells = row.split(';');
+            for (QString& c : cells) c = c.trimmed();
+            hojas.back().push_back(cells);
+            ++filas;
+        }
+        if (lineNo_ >= lines.size()) error(QStringLiteral("falta END"));
+        try {
+            veltest::WriteWorkbook(QDir(folder_).filePath(name), hojas);
+        } catch (const std::exception& e) {
+            error(QString::fromUtf8(e.what()));
+        }
+        *out_ += QStringLiteral("  (%1 filas)\n").arg(filas);
+    }
+
     void file(const Line& line) {
         const QString name = line.arg(1);
         QString content;
@@ -438,6 +470,19 @@ private:
         }
         if (a->menu()) error("la entrada " + line.arg(1) + " es un submenú");
         a->trigger();
+    }
+
+    // Opens a window of the program by its name, as its menu entry would, even
+    // when that entry is greyed (freparar).
+    void open(const Line& line) {
+        const QString name = line.arg(1);
+        QString entry;
+        for (const auto& [key, w] : windows_)
+            if (w.window == name) entry = key;
+        if (entry.isEmpty()) error("no hay ventana " + name);
+        activate();
+        vel::MDI* m = mdi();
+        vb::RunEvent([m, entry] { m->Abrir(entry); });
     }
 
     // Opens a test fixture window as the menu opens the program's windows.

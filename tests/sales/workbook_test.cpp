@@ -1,0 +1,164 @@
+// The workbook readers on files the tests write: cell values of each kind, and
+// damaged or hostile files that must end in the runtime error the import's
+// trap shows, never in a crash or the machine's memory.
+#include "runtime/errors.h"
+#include "sales/workbook.h"
+#include "support/workbook_writer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace veltest;
+
+namespace {
+
+class Workbook : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+    QString file(const QString& name) const { return dir.filePath(name); }
+
+    // The error the reader gives, or 0 when it reads.
+    static int ErrorOf(const QString& path) {
+        try {
+            vel::Libro::Abrir(path);
+        } catch (const vb::RuntimeError& e) {
+            return e.Number;
+        }
+        return 0;
+    }
+};
+
+const Hoja kLineas = {{"Ref", "Desc", "Uds", "Precio", "Dto", "Larga"},
+                      {"TORN-6", "tornillo ñ", "10", "1.5", "", "Pedido"},
+                      {"'12", "=UPPER(\"b\")|B", "=2*3|6", "12.10", "5", ""}};
+
+void ExpectLineas(const vel::Libro& l) {
+    EXPECT_EQ(l.Cells(1, 1).Texto(), "Ref");
+    EXPECT_EQ(l.Cells(2, 1).Texto(), "TORN-6");
+    EXPECT_EQ(l.Cells(2, 2).Texto(), "tornillo ñ");
+    EXPECT_EQ(l.Cells(2, 3).tipo, vel::Celda::Tipo::Numero);
+    EXPECT_EQ(l.Cells(2, 3).numero, 10);
+    EXPECT_EQ(l.Cells(2, 4).Texto(), "1.5");
+    EXPECT_TRUE(l.Cells(2, 5).Vacia());
+    EXPECT_EQ(l.Cells(3, 1).tipo, vel::Celda::Tipo::Texto);
+    EXPECT_EQ(l.Cells(3, 1).Texto(), "12");
+    EXPECT_TRUE(l.Cells(4, 1).Vacia());
+}
+
+} // namespace
+
+TEST_F(Workbook, XlsxValuesAndFormulaResults) {
+    WriteWorkbook(file("a.xlsx"), kLineas);
+    const vel::Libro l = vel::Libro::Abrir(file("a.xlsx"));
+    ExpectLineas(l);
+    EXPECT_EQ(l.Cells(3, 2).Texto(), "B");
+    EXPECT_EQ(l.Cells(3, 3).tipo, vel::Celda::Tipo::Numero);
+    EXPECT_EQ(l.Cells(3, 3).numero, 6);
+}
+
+TEST_F(Workbook, OdsValuesAndFormulaResults) {
+    WriteWorkbook(file("a.ods"), kLineas);
+    const vel::Libro l = vel::Libro::Abrir(file("a.ods"));
+    ExpectLineas(l);
+    EXPECT_EQ(l.Cells(3, 3).numero, 6);
+}
+
+TEST_F(Workbook, XlsValues) {
+    Hoja sinFormulas = kLineas;
+    sinFormulas[2] = {"'12", "B", "6", "12.10", "5", ""};
+    WriteWorkbook(file("a.xls"), sinFormulas);
+    const vel::Libro l = vel::Libro::Abrir(file("a.xls"));
+    ExpectLineas(l);
+}
+
+TEST_F(Workbook, OnlyTheFirstSheet) {
+    WriteWorkbook(file("dos.xlsx"), std::vector<Hoja>{{{"uno"}}, {{"dos"}, {"x"}}});
+    const vel::Libro l = vel::Libro::Abrir(file("dos.xlsx"));
+    EXPECT_EQ(l.Cells(1, 1).Texto(), "uno");
+    EXPECT_TRUE(l.Cells(2, 1).Vacia());
+}
+
+TEST_F(Workbook, TextTypedAsUnitsIsATypeMismatchWhenAdded) {
+    vel::Celda c{.tipo = vel::Celda::Tipo::Texto, .texto = "muchos"};
+    try {
+        c.Sumando();
+        FAIL();
+    } catch (const vb::RuntimeError& e) {
+        EXPECT_EQ(e.Number, 13);
+    }
+    EXPECT_EQ((vel::Celda{.tipo = vel::Celda::Tipo::Texto, .texto = "4"}).Sumando(), 4);
+    EXPECT_EQ(vel::Celda().Sumando(), 0);
+}
+
+TEST_F(Workbook, TruncatedFilesOfEachKind) {
+    for (const QString name : {"t.xlsx", "t.ods", "t.xls"}) {
+        WriteWorkbook(file(name), Hoja{{"Ref", "Desc"}, {"A", "B"}});
+        QFile f(file(name));
+        ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+        const QByteArray all = f.readAll();
+        for (qsizetype cut : {qsizetype(10), all.size() / 3, all.size() / 2, all.size() - 30}) {
+            QFile g(file("cut_" + name));
+            ASSERT_TRUE(g.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            g.write(all.left(cut));
+            g.close();
+            EXPECT_EQ(ErrorOf(file("cut_" + name)), 1004) << name.toStdString() << " cut at " << cut;
+        }
+    }
+}
+
+TEST_F(Workbook, NoWorkbookAtAll) {
+    QFile f(file("texto.xlsx"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("Referencia;Descripcion\nA;B\n");
+    f.close();
+    EXPECT_EQ(ErrorOf(file("texto.xlsx")), 1004);
+    EXPECT_EQ(ErrorOf(file("no_existe.xlsx")), 1004);
+}
+
+// A sheet part that unpacks to 80 MB from a file of a few hundred KB.
+TEST_F(Workbook, ZipBombInsideXlsxAndOds) {
+    for (const QString kind : {"xlsx", "ods"}) {
+        const QString name = "bomba." + kind;
+        WriteWorkbook(file(name), Hoja{{"Ref"}, {"A"}});
+        QTemporaryDir d;
+        const QString part = kind == "xlsx" ? "xl/worksheets/sheet1.xml" : "content.xml";
+        QDir(d.path()).mkpath(QFileInfo(d.filePath(part)).path());
+        QFile big(d.filePath(part));
+        ASSERT_TRUE(big.open(QIODevice::WriteOnly));
+        const QByteArray chunk(1 << 20, ' ');
+        for (int i = 0; i < 80; ++i) big.write(chunk);
+        big.close();
+        workbook_detail::run("zip", {"-q", "-X", "-9", QFileInfo(file(name)).absoluteFilePath(), part}, d.path());
+        EXPECT_LT(QFileInfo(file(name)).size(), 2 << 20);
+        EXPECT_EQ(ErrorOf(file(name)), 1004) << name.toStdString();
+    }
+}
+
+// The full height of a sheet: 1,048,576 rows.
+TEST_F(Workbook, MillionRows) {
+    QTemporaryDir d;
+    WriteWorkbook(file("filas.xlsx"), Hoja{{"Ref"}});
+    QString rows;
+    rows.reserve(50 << 20);
+    for (int r = 1; r <= 1048576; ++r) rows += QStringLiteral("<row r=\"%1\"><c r=\"A%1\"><v>%1</v></c></row>").arg(r);
+    QDir(d.path()).mkpath("xl/worksheets");
+    QFile s(d.filePath("xl/worksheets/sheet1.xml"));
+    ASSERT_TRUE(s.open(QIODevice::WriteOnly));
+    s.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?><worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><sheetData>");
+    s.write(rows.toUtf8());
+    s.write("</sheetData></worksheet>");
+    s.close();
+    workbook_detail::run("zip", {"-q", "-X", QFileInfo(file("filas.xlsx")).absoluteFilePath(), "xl/worksheets/sheet1.xml"}, d.path());
+    EXPECT_EQ(ErrorOf(file("filas.xlsx")), 1004);
+}
+
+// A cell of 10 MB, in each kind.
+TEST_F(Workbook, TenMegabyteCell) {
+    const QString enorme(10 << 20, 'x');
+    for (const QString name : {"celda.xlsx", "celda.ods"}) {
+        WriteWorkbook(file(name), Hoja{{"Ref"}, {enorme}});
+        EXPECT_EQ(ErrorOf(file(name)), 1004) << name.toStdString();
+    }
+}
