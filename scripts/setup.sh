@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs every Debian 12 package Velmarinda needs to build, run and test.
 # libqt6svg6 draws the program's icon; x11-apps brings xcalc, the calculator
-# of Utilidades > Calculadora.
+# of Utilidades > Calculadora. lintian checks the Debian package in its test.
 # Idempotent: when everything is already there it returns at once.
 # --fuzz adds what scripts/fuzz.sh needs.
 set -euo pipefail
@@ -15,6 +15,7 @@ PACKAGES=(
   fonts-liberation xvfb xauth locales
   x11-apps
   fonts-dejavu-core fontconfig cups cups-client cups-bsd printer-driver-cups-pdf poppler-utils
+  lintian
 )
 # The fuzz targets' tool chain, for scripts/fuzz.sh only: clang with libFuzzer
 # and the sanitizers' runtime.

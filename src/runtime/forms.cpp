@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
+#include <QPushButton>
 
 namespace vb {
 
@@ -293,6 +294,18 @@ Form* formFor(QObject* receiver) {
     return nullptr;
 }
 
+// Enter on a command button of a window that has the focus presses it, as the
+// space bar does.
+bool pressFocusedButton(QObject* o, const QKeyEvent* k) {
+    if (k->key() != Qt::Key_Return && k->key() != Qt::Key_Enter) return false;
+    if ((k->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+    auto* b = qobject_cast<QPushButton*>(o);
+    if (!b || b != QApplication::focusWidget() || !b->isEnabled() || !b->isVisible()) return false;
+    if (!formFor(b)) return false;
+    b->click();
+    return true;
+}
+
 // Sees every key before the shortcut map does: an access key of a control of
 // the active window is taken from the menu bar (the override is accepted, so the
 // key arrives as a key press) and carried out on that key press.
@@ -301,6 +314,7 @@ public:
     using QObject::QObject;
     bool eventFilter(QObject* o, QEvent* e) override {
         if (e->type() != QEvent::ShortcutOverride && e->type() != QEvent::KeyPress) return false;
+        if (e->type() == QEvent::KeyPress && pressFocusedButton(o, static_cast<QKeyEvent*>(e))) return true;
         const int key = accessKey(static_cast<QKeyEvent*>(e));
         if (key == 0) return false;
         Form* form = formFor(o);

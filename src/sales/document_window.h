@@ -91,6 +91,7 @@ public:
     void muestradatos();
     void borrarfacturas();
     bool MostrarPrimerDocumento(QWidget* foco);
+    void ClienteCambiadoEnBorrar();
 
     // ---- Event procedures ---------------------------------------------------------------
     void Commandnuevo_Click() override;
