@@ -328,7 +328,11 @@ void DocumentWindow::Commandcancelar_Click() {
     if (ModoVentana == QLatin1String("N")) vb::SetEnabled(ui->Combonumerofactura, true);
     if (ModoVentana == QLatin1String("O") || ModoVentana == QLatin1String("B")) vb::SetEnabled(Lineas_->Frame8, true);
     CancelarPropio();
+    // The customer is read again into the tab Borrar has just emptied: the
+    // move is a search of the NIF list whichever list was searched last (after
+    // a first Cancelar none is, and the tab would stay blank).
     const int cliente = ui->Combonif->ListIndex();
+    Listas->CampoBusqueda = QStringLiteral("NIF");
     ui->Combonif->SetListIndex(-1);
     ui->Combonif->SetListIndex(cliente);
     Listas->CampoBusqueda = QString();
