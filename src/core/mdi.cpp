@@ -380,8 +380,17 @@ QList<vb::Form*> MDI::openForms() const {
     return forms;
 }
 
+// The active child, or, when none is (the one closed last had it), the one on
+// top: the window the user sees in front.
 void MDI::CerrarVentanaActiva() {
-    if (QMdiSubWindow* s = area_->activeSubWindow()) s->close();
+    QMdiSubWindow* s = area_->activeSubWindow();
+    if (!s) s = area_->currentSubWindow();
+    if (!s) {
+        const QList<QMdiSubWindow*> orden = area_->subWindowList(QMdiArea::StackingOrder);
+        for (auto it = orden.rbegin(); it != orden.rend() && !s; ++it)
+            if ((*it)->isVisible()) s = *it;
+    }
+    if (s) s->close();
 }
 
 // Scrolls the child's own frame, then the work area, so that the control with

@@ -5,6 +5,7 @@
 #include "runtime/listbox.h"
 #include "runtime/sstab.h"
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
@@ -553,6 +554,12 @@ bool Form::eventFilter(QObject* o, QEvent* e) {
         if (f->reason() == Qt::ActiveWindowFocusReason || f->reason() == Qt::PopupFocusReason) break;
         // The combo and its edit box both hear it: act once, for the combo.
         if (target != o && qobject_cast<QComboBox*>(target)) break;
+        // A combo opening its own drop-down hands the focus to the list inside
+        // it (the toolkit says so twice, the second time as any other change):
+        // the focus has not left the control, and no LostFocus runs.
+        if (auto* c = qobject_cast<QComboBox*>(target);
+            c && e->type() == QEvent::FocusOut && c->view() && c->view()->isVisible())
+            break;
         if (e->type() == QEvent::FocusIn) {
             if (h.gotFocus) RunEvent(h.gotFocus);
         } else if (h.lostFocus) {
