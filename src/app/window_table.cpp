@@ -1,4 +1,7 @@
 #include "app/window_table.h"
+#include "cards/card_listing.h"
+#include "cards/formfichasclientes.h"
+#include "cards/formfichasproveedores.h"
 #include "masterdata/bancos.h"
 #include "masterdata/estructura.h"
 #include "masterdata/farticulos.h"
@@ -31,6 +34,10 @@ const std::map<QString, WindowEntry>& WindowTable() {
         {"mnuArchivoItemMantenimientoformapago", {"Fformapago", [] { return new Fformapago; }}},
         {"mnuArchivoItemClientesMantenimiento", {"Fclientes", [] { return new Fclientes; }}},
         {"mnuArchivoItemProveedoresMantenimiento", {"Fproveedores", [] { return new Fproveedores; }}},
+        {"mnuArchivoItemClientesFichas", {"FormFichasClientes", [] { return new FormFichasClientes; }}},
+        {"mnuArchivoItemProveedoresFichas", {"FormFichasProveedores", [] { return new FormFichasProveedores; }}},
+        {"mnuArchivoItemClientesListado", {"Faclistado", [] { return new Faclistado; }}},
+        {"mnuArchivoItemProveedoresListado", {"Faplistado", [] { return new Faplistado; }}},
         {"MnuTpvVenta", {"FTpv", [] { return new FTpv; }}},
         {"MnuventasItemalbarandirecto", {"FormAlbaranVenta", [] { return new FormAlbaranVenta; }}},
         {"MnuventasItemfacturadirecta", {"FormFacturaVenta", [] { return new FormFacturaVenta; }}},

@@ -2,6 +2,7 @@
 #include "runtime/calendar.h"
 #include "runtime/flexgrid.h"
 #include "runtime/forms.h"
+#include "runtime/line_list.h"
 #include "runtime/listbox.h"
 #include "runtime/sstab.h"
 #include "scenario/script.h"
@@ -226,6 +227,49 @@ private:
     }
 };
 
+// The list of long listings: its lines, and a click on a line.
+class LineListKind : public ControlKind {
+public:
+    bool fits(QWidget* w) const override { return qobject_cast<vb::LineList*>(w); }
+    QStringList state(QWidget* w) const override {
+        auto* l = static_cast<vb::LineList*>(w);
+        return {"Text=" + Quote(l->Text()), QStringLiteral("ListIndex=%1").arg(l->ListIndex()),
+                QStringLiteral("ListCount=%1").arg(l->ListCount())};
+    }
+    QString details(QWidget* w) const override {
+        auto* l = static_cast<vb::LineList*>(w);
+        QStringList items;
+        for (int i = 0; i < l->ListCount(); ++i) items << l->List(i);
+        return entries(items);
+    }
+    std::optional<QString> property(QWidget* w, const QString& prop) const override {
+        auto* l = static_cast<vb::LineList*>(w);
+        if (prop == QLatin1String("Text")) return l->Text();
+        if (prop == QLatin1String("ListCount")) return QString::number(l->ListCount());
+        if (prop == QLatin1String("ListIndex")) return QString::number(l->ListIndex());
+        if (const auto i = indexed(prop, QStringLiteral("List"))) return l->List(i->toInt());
+        return std::nullopt;
+    }
+    void click(QWidget* w, const QStringList& where) const override {
+        if (where.isEmpty()) return ControlKind::click(w, where);
+        select(w, where.first(), false);
+    }
+    void select(QWidget* w, const QString& entry, bool byText) const override {
+        auto* l = static_cast<vb::LineList*>(w);
+        bool isIndex = false;
+        int row = entry.toInt(&isIndex);
+        if (!isIndex || byText) {
+            row = -1;
+            for (int i = 0; i < l->ListCount() && row < 0; ++i)
+                if (l->List(i) == entry) row = i;
+        }
+        if (row < 0 || row >= l->ListCount()) error("no hay tal entrada en " + l->objectName() + ": " + entry);
+        const QModelIndex index = l->model()->index(row, 0);
+        l->scrollTo(index);
+        QTest::mouseClick(l->viewport(), Qt::LeftButton, Qt::NoModifier, l->visualRect(index).center());
+    }
+};
+
 // ---- Grids -------------------------------------------------------------------------
 
 class GridKind : public ControlKind {
@@ -401,13 +445,14 @@ const ControlKind& KindOf(QWidget* w) {
     static const ButtonKind button;
     static const ComboKind combo;
     static const ListBoxKind listBox;
+    static const LineListKind lineList;
     static const GridKind grid;
     static const TabKind tabStrip;
     static const ProgressKind progress;
     static const CalendarKind calendar;
     static const FormKind form;
     static const PlainKind plain;
-    static const ControlKind* const kinds[] = {&textBox, &label,    &button,   &combo, &listBox, &grid,
+    static const ControlKind* const kinds[] = {&textBox, &label,    &button,   &combo, &listBox, &lineList, &grid,
                                                &tabStrip, &progress, &calendar, &form,  &plain};
     for (const ControlKind* k : kinds)
         if (k->fits(w)) return *k;
