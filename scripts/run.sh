@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets up, builds and starts Velmarinda. The program lives in build/bin/ with its
-# datos.mdb beside it; an empty database is made there the first time, and an
-# empty chain catalogue in c/cadenart.
+# datos.mdb beside it; an empty database is made there the first time, an
+# empty chain catalogue in c/cadenart, and a config.ini naming the default
+# installation and store 1 (the program itself only reads it).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # The program shows windows: with no desktop to show them on, say so now rather
@@ -25,5 +26,11 @@ fi
 mkdir -p build/bin/c/cadenart
 if ! ls build/bin/c/cadenart | grep -qix 'articulo.dbf'; then
   build/bin/velmarinda-newdb --catalogo build/bin/c/cadenart/articulo.dbf
+fi
+# config.ini: the installation tag and the name of this store. A new folder gets
+# the default installation and the store the empty database holds (store 1,
+# CENTRAL); a config.ini already there is never touched.
+if [ ! -f build/bin/config.ini ]; then
+  printf 'FERROBANDA,CENTRAL\r\n' >build/bin/config.ini
 fi
 exec build/bin/velmarinda

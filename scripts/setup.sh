@@ -3,7 +3,7 @@
 # libqt6svg6 draws the program's icon; x11-apps brings xcalc, the calculator
 # of Utilidades > Calculadora. libfreexl-dev reads .xls workbooks and
 # liborcus-dev .xlsx and .ods ones (the invoice's import); python3-xlwt writes
-# the tests' sample .xls files.
+# the tests' sample .xls files. lintian checks the Debian package in its test.
 # Idempotent: when everything is already there it returns at once.
 # --fuzz adds what scripts/fuzz.sh needs.
 set -euo pipefail
@@ -19,6 +19,7 @@ PACKAGES=(
   fonts-liberation xvfb xauth locales
   x11-apps unzip
   fonts-dejavu-core fontconfig cups cups-client cups-bsd printer-driver-cups-pdf poppler-utils
+  lintian
 )
 # The fuzz targets' tool chain, for scripts/fuzz.sh only: clang with libFuzzer
 # and the sanitizers' runtime.

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QIcon>
 
@@ -44,6 +45,8 @@ bool hasDatabase(const QString& dir) { return QFileInfo(QDir(dir).filePath(QStri
 bool isBuildTree(const QString& dir) { return QFileInfo(QDir(dir).filePath(QStringLiteral("../CMakeCache.txt"))).isFile(); }
 } // namespace
 
+const QByteArray kConfiguracionInicial = QByteArrayLiteral("FERROBANDA,CENTRAL\r\n");
+
 QString UserFolder(const QString& homeDir) { return QDir(homeDir).filePath(QStringLiteral("Velmarinda")); }
 
 QString ProgramFolder(const QString& programDir, const QString& currentDir, const QString& homeDir) {
@@ -60,6 +63,11 @@ void PrepareUserFolder(const QString& folder) {
     // The chain's catalogue folder c:\cadenart, with an empty catalogue until
     // the chain's own file replaces it, so that the products window opens.
     CreateEmptyCatalogue(dir.filePath(QStringLiteral("c/cadenart/articulo.dbf")));
+    // config.ini with the default installation and the empty database's store
+    // (1, CENTRAL), so that the windows that read it with no trap open. Written
+    // here, with the folder, and never again: the running program only reads it.
+    QFile config(dir.filePath(QStringLiteral("config.ini")));
+    if (config.open(QIODevice::WriteOnly)) config.write(kConfiguracionInicial);
 }
 
 } // namespace vel

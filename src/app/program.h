@@ -30,10 +30,12 @@ void SetUpApplication(QApplication& app);
 //  - otherwise the user's own folder, ~/Velmarinda.
 QString ProgramFolder(const QString& programDir, const QString& currentDir, const QString& homeDir);
 // The user's own folder, made on the first run: the folder, its exchange and
-// import folders, an empty database and an empty chain catalogue in
-// c/cadenart. A folder that already exists is left
+// import folders, an empty database, an empty chain catalogue in
+// c/cadenart and a config.ini naming the default installation and store 1
+// (kConfiguracionInicial, the same the run command writes). A folder that already exists is left
 // as it is (a missing datos.mdb in it stops the program, as anywhere else).
 void PrepareUserFolder(const QString& folder);
+extern const QByteArray kConfiguracionInicial;
 QString UserFolder(const QString& homeDir);
 
 } // namespace vel

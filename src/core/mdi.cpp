@@ -7,12 +7,15 @@
 #include "runtime/vb.h"
 #include "core/sql_values.h"
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
 #include <QStyle>
 #include <optional>
 
@@ -128,6 +131,17 @@ MDI::MDI() : Timer1(new vb::Timer(this)), area_(new QMdiArea(this)) {
     setWindowTitle(QStringLiteral("Principal"));
     setCentralWidget(area_);
     area_->setBackground(palette().dark());
+    // A child window larger than the work area (a tall form on a small screen)
+    // is reached by the area's scroll bars, and the area follows the focus to
+    // any control out of sight.
+    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { MostrarControl(now); });
+    // Ctrl+F4 closes the active child window, as its system box does.
+    auto* cerrar = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
+    cerrar->setContext(Qt::WindowShortcut);
+    connect(cerrar, &QShortcut::activated, this, [this] { CerrarVentanaActiva(); });
+    connect(cerrar, &QShortcut::activatedAmbiguously, this, [this] { CerrarVentanaActiva(); });
     Timer1->SetInterval(60000);
     Timer1->SetEnabled(false);
     connect(Timer1, &vb::Timer::Tick, this, [this] { vb::RunEvent([this] { Timer1_Timer(); }); });
@@ -356,6 +370,40 @@ QList<vb::Form*> MDI::openForms() const {
             forms.append(f);
     }
     return forms;
+}
+
+// The active child, or, when none is (the one closed last had it), the one on
+// top: the window the user sees in front.
+void MDI::CerrarVentanaActiva() {
+    QMdiSubWindow* s = area_->activeSubWindow();
+    if (!s) s = area_->currentSubWindow();
+    if (!s) {
+        const QList<QMdiSubWindow*> orden = area_->subWindowList(QMdiArea::StackingOrder);
+        for (auto it = orden.rbegin(); it != orden.rend() && !s; ++it)
+            if ((*it)->isVisible()) s = *it;
+    }
+    if (s) s->close();
+}
+
+// Scrolls the child's own frame, then the work area, so that the control with
+// the focus is in sight.
+void MDI::MostrarControl(QWidget* w) {
+    if (!w || !area_->viewport()->isAncestorOf(w)) return;
+    for (QWidget* p = w->parentWidget(); p && p != area_; p = p->parentWidget())
+        if (auto* marco = dynamic_cast<MarcoFijo*>(p)) {
+            marco->ensureWidgetVisible(w, 8, 8);
+            break;
+        }
+    QWidget* vista = area_->viewport();
+    const QRect r(w->mapTo(vista, QPoint(0, 0)), w->size());
+    const QRect visible = vista->rect();
+    const int margen = 8;
+    const auto seguir = [margen](QScrollBar* barra, int inicio, int fin, int desde, int hasta) {
+        if (fin > hasta) barra->setValue(barra->value() + std::min(fin - hasta + margen, inicio - desde));
+        else if (inicio < desde) barra->setValue(barra->value() - (desde - inicio + margen));
+    };
+    seguir(area_->verticalScrollBar(), r.top(), r.bottom(), visible.top(), visible.bottom());
+    seguir(area_->horizontalScrollBar(), r.left(), r.right(), visible.left(), visible.right());
 }
 
 vb::Form* MDI::Abrir(const QString& entry) {

@@ -72,6 +72,8 @@ private:
     void buildMenu();
     void placeOnScreen();
     QPoint cascadePosition(const QMdiSubWindow* sub) const;
+    void CerrarVentanaActiva();
+    void MostrarControl(QWidget* w);
     double twipsPerPixel() const;
     QMdiArea* area_;
 };

@@ -220,9 +220,23 @@ std::optional<KeyedSelect> Keyed(const QString& sql) {
     const QString body = sql.mid(fromStart, end - fromStart); // FROM ... up to the last term
     const QString tieBreak = QStringLiteral(", rowid") + direction;
 
+    // A filter of terms joined by OR ("referencia_productos = x OR
+    // cod_barras1_productos = x OR ...") is answered by one index search per
+    // term, and its rows come grouped by the term that found them. The
+    // program's lookups take the first row as the product, which must be the
+    // first in the table's own order (the order of saving), whichever column
+    // matched: such a SELECT with no order of its own is read in the key's.
+    bool filterWithOr = false;
+    if (order == 0 && where != 0)
+        for (size_t i = where + 1; i < t.size(); ++i)
+            if (t[i].depth == 0 && is(i, "OR")) filterWithOr = true;
+    const QString keyOrder = filterWithOr ? QStringLiteral(" ORDER BY rowid") : QString();
+
     KeyedSelect k;
-    k.rows = sql.left(listEnd) + QStringLiteral(", rowid ") + body + (order != 0 ? tieBreak : QString()) + sql.mid(end);
+    k.rows = sql.left(listEnd) + QStringLiteral(", rowid ") + body + (order != 0 ? tieBreak : keyOrder) + sql.mid(end);
     if (order != 0) k.keysAfter = QStringLiteral("SELECT rowid ") + body + tieBreak + QStringLiteral(" LIMIT -1 OFFSET ?1");
+    else if (filterWithOr)
+        k.keysAfter = QStringLiteral("SELECT rowid ") + body + keyOrder + QStringLiteral(" LIMIT -1 OFFSET ?1");
     k.row = QStringLiteral("SELECT ") + columns + QStringLiteral(" FROM ") + tableName + QStringLiteral(" WHERE rowid = ?1");
     return k;
 }

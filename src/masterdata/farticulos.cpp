@@ -129,6 +129,10 @@ void Farticulos::EntrarEnModo(Modo modo) {
     Borrar();
     Texto();
     Botones();
+    // The mode button has just turned itself off: the focus goes to the first
+    // field of the mode, the top of the article structure, and not on to
+    // whatever control follows the button.
+    vb::SetFocus(ui->Combodivision);
 }
 
 void Farticulos::Commandnuevo_Click() { EntrarEnModo(Modo::Nuevo); }

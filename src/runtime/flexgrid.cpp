@@ -11,6 +11,9 @@ FlexGrid::FlexGrid(QWidget* parent) : QTableWidget(2, 2, parent) {
     verticalHeader()->hide();
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionMode(QAbstractItemView::SingleSelection);
+    // Tab and Shift+Tab leave the grid for the next control in the tab order,
+    // as from any other control; the arrows move between its cells.
+    setTabKeyNavigation(false);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
     paintFixed();
 }

@@ -5,6 +5,7 @@
 #include "runtime/listbox.h"
 #include "runtime/sstab.h"
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QCloseEvent>
@@ -17,6 +18,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPalette>
+#include <QPushButton>
 
 namespace vb {
 
@@ -294,6 +296,18 @@ Form* formFor(QObject* receiver) {
     return nullptr;
 }
 
+// Enter on a command button of a window that has the focus presses it, as the
+// space bar does.
+bool pressFocusedButton(QObject* o, const QKeyEvent* k) {
+    if (k->key() != Qt::Key_Return && k->key() != Qt::Key_Enter) return false;
+    if ((k->modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return false;
+    auto* b = qobject_cast<QPushButton*>(o);
+    if (!b || b != QApplication::focusWidget() || !b->isEnabled() || !b->isVisible()) return false;
+    if (!formFor(b)) return false;
+    b->click();
+    return true;
+}
+
 // Sees every key before the shortcut map does: an access key of a control of
 // the active window is taken from the menu bar (the override is accepted, so the
 // key arrives as a key press) and carried out on that key press.
@@ -302,6 +316,7 @@ public:
     using QObject::QObject;
     bool eventFilter(QObject* o, QEvent* e) override {
         if (e->type() != QEvent::ShortcutOverride && e->type() != QEvent::KeyPress) return false;
+        if (e->type() == QEvent::KeyPress && pressFocusedButton(o, static_cast<QKeyEvent*>(e))) return true;
         const int key = accessKey(static_cast<QKeyEvent*>(e));
         if (key == 0) return false;
         Form* form = formFor(o);
@@ -576,6 +591,12 @@ bool Form::eventFilter(QObject* o, QEvent* e) {
         if (f->reason() == Qt::ActiveWindowFocusReason || f->reason() == Qt::PopupFocusReason) break;
         // The combo and its edit box both hear it: act once, for the combo.
         if (target != o && qobject_cast<QComboBox*>(target)) break;
+        // A combo opening its own drop-down hands the focus to the list inside
+        // it (the toolkit says so twice, the second time as any other change):
+        // the focus has not left the control, and no LostFocus runs.
+        if (auto* c = qobject_cast<QComboBox*>(target);
+            c && e->type() == QEvent::FocusOut && c->view() && c->view()->isVisible())
+            break;
         if (e->type() == QEvent::FocusIn) {
             if (h.gotFocus) RunEvent(h.gotFocus);
         } else if (h.lostFocus) {

@@ -54,7 +54,11 @@ DocumentWindow::DocumentWindow(const TextosDocumento& textos, QWidget* parent)
             OcultarCalendario();
             Listas->Lista_GotFocus(p);
         });
-        OnClick(lista, [this, p] { Listas->Lista_Click(p); });
+        OnClick(lista, [this, p] {
+            const bool busca = Listas->CampoBusqueda == p;
+            Listas->Lista_Click(p);
+            if (busca) ClienteCambiadoEnBorrar();
+        });
     }
 
     OnClick(ui->Comboejerciciofactura, [this] { Comboejerciciofactura_Click(); });
@@ -280,6 +284,20 @@ bool DocumentWindow::MostrarPrimerDocumento(QWidget* foco) {
     return true;
 }
 
+// Where delete mode leaves the customer's lists open (the invoice), another
+// customer chosen there refills the years and numbers for that customer and
+// shows the first of its documents: the delete then applies to what the lists
+// show, never to the previous customer's document under the new one's key.
+void DocumentWindow::ClienteCambiadoEnBorrar() {
+    if (!textos_.frame2EnBorrar || ModoVentana != QLatin1String("B") || !EnModo()) return;
+    borrarfacturas();
+    CargarDatos();
+    Comboejerciciofactura_Click();
+    if (ui->Combonumerofactura->ListCount() < 1) return;
+    ui->Combonumerofactura->SetListIndex(0);
+    Combonumerofactura_Click();
+}
+
 void DocumentWindow::Commandmodificar_Click() {
     ModoVentana = Modo::Modificar;
     EntrarEnModo(false, false);
@@ -316,7 +334,11 @@ void DocumentWindow::Commandcancelar_Click() {
     if (ModoVentana == Modo::Nuevo) vb::SetEnabled(ui->Combonumerofactura, true);
     if (ModoVentana == Modo::Consultar || ModoVentana == Modo::Borrar) vb::SetEnabled(Lineas_->Frame8, true);
     CancelarPropio();
+    // The customer is read again into the tab Borrar has just emptied: the
+    // move is a search of the NIF list whichever list was searched last (after
+    // a first Cancelar none is, and the tab would stay blank).
     const int cliente = ui->Combonif->ListIndex();
+    Listas->CampoBusqueda = QStringLiteral("NIF");
     ui->Combonif->SetListIndex(-1);
     ui->Combonif->SetListIndex(cliente);
     Listas->CampoBusqueda = QString();

@@ -92,6 +92,7 @@ public:
     void muestradatos();
     void borrarfacturas();
     bool MostrarPrimerDocumento(QWidget* foco);
+    void ClienteCambiadoEnBorrar();
 
     // ---- Event procedures ---------------------------------------------------------------
     void Commandnuevo_Click() override;

@@ -1,6 +1,7 @@
 #include "sales/formfacturaventa.h"
 
 #include "core/record_store.h"
+#include "core/session.h"
 #include "runtime/app.h"
 #include "runtime/clock.h"
 #include "runtime/common_dialog.h"
@@ -79,10 +80,14 @@ FormFacturaVenta::~FormFacturaVenta() = default;
 
 bool FormFacturaVenta::EsOrta() const { return ClientePrograma == QLatin1String("ORTA"); }
 
-// Only the tag of config.ini: the store name isn't looked up. The account tick
-// is ORTA's; so is the import button, shown and off until a mode.
+// Only the tag of config.ini, read with no trap (unlike the delivery note's
+// read): without the file the window's load fails and the program ends, as the
+// products window and the counter do. The store name isn't looked up. The
+// account tick is ORTA's; so is the import button, shown and off until a mode.
 void FormFacturaVenta::CargarPropio() {
-    LeerConfiguracion();
+    vb::InputFile config = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini"));
+    ClientePrograma = config.next();
+    if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
     Lineas_->SetReglas(ReglasFactura(ClientePrograma));
     if (!EsOrta()) vb::SetVisible(propio->CheckCuenta, false);
     if (EsOrta()) {

@@ -12,12 +12,14 @@
 #include "support/widgets.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace {
@@ -126,6 +128,39 @@ TEST_F(MainWindow, AMaximisedChildKeepsItsControlsTogether) {
     EXPECT_EQ(formIn(s)->size(), designed);
     EXPECT_EQ(formIn(s)->findChild<QWidget*>("Commandnuevo")->geometry(), nuevo);
     EXPECT_EQ(formIn(s)->pos(), QPoint(0, 0));
+}
+
+// On a 1024×768 screen the products window is taller than the work area: the
+// area scrolls, and Tab through every control brings each one into sight, the
+// buttons at the bottom too.
+TEST_F(MainWindow, OnASmallScreenTheWorkAreaFollowsTheFocusThroughATallWindow) {
+    QFile config(dir.filePath("config.ini"));
+    ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+    config.write("ORTA\r\n");
+    config.close();
+    mdi->resize(1024, 768 - 40);
+    settle();
+    QMdiSubWindow* s = open("mnuArchivoItemMantenimientoArticulos");
+    ASSERT_TRUE(s);
+    QWidget* vista = mdi->area()->viewport();
+    ASSERT_GT(s->height(), vista->height()) << "the window fits: nothing to scroll";
+    EXPECT_GT(mdi->area()->verticalScrollBar()->maximum(), 0);
+    vb::Form* form = formIn(s);
+    form->activateWindow();
+    form->FirstTabStop()->setFocus(Qt::TabFocusReason);
+    settle();
+    bool lejos = false;
+    for (int i = 0; i < 80; ++i) {
+        QWidget* foco = QApplication::focusWidget();
+        ASSERT_TRUE(foco);
+        const QRect r(foco->mapTo(vista, QPoint(0, 0)), foco->size());
+        EXPECT_TRUE(vista->rect().contains(r)) << foco->objectName().toStdString() << " out of sight at "
+                                               << r.y() << " of " << vista->height();
+        if (form->mapTo(vista, QPoint(0, 0)).y() < 0) lejos = true;
+        QTest::keyClick(foco, Qt::Key_Tab);
+        settle();
+    }
+    EXPECT_TRUE(lejos) << "Tab never reached the bottom of the window";
 }
 
 TEST_F(MainWindow, EveryWindowCarriesTheProgramsIcon) {

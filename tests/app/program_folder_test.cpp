@@ -66,6 +66,20 @@ TEST_F(ProgramFolder, TheFirstRunMakesTheUsersFolderWithAnEmptyDatabase) {
     EXPECT_TRUE(catalogo->OpenRecordset("SELECT codigo, nombre FROM articulo")->Eof());
 }
 
+// A new shop can open every window at once: config.ini names the default
+// installation and the store the empty database holds.
+TEST_F(ProgramFolder, TheFirstRunWritesConfigWithTheDefaultInstallationAndStore) {
+    const QString folder = vel::UserFolder(home);
+    vel::PrepareUserFolder(folder);
+    QFile config(folder + "/config.ini");
+    ASSERT_TRUE(config.open(QIODevice::ReadOnly));
+    EXPECT_EQ(config.readAll(), QByteArray("FERROBANDA,CENTRAL\r\n"));
+    auto db = vel::Database::OpenDatabase(folder + "/datos.mdb");
+    auto rs = db->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = 'CENTRAL'");
+    ASSERT_FALSE(rs->Eof());
+    EXPECT_EQ(rs->Fields("codigo_tienda").num(), 1);
+}
+
 TEST_F(ProgramFolder, AnExistingUsersFolderIsLeftAsItIs) {
     // A database deleted by hand is not made again: the start stops, as it does
     // anywhere a datos.mdb is missing.
@@ -74,6 +88,7 @@ TEST_F(ProgramFolder, AnExistingUsersFolderIsLeftAsItIs) {
     vel::PrepareUserFolder(folder);
     EXPECT_FALSE(QFile::exists(folder + "/datos.mdb"));
     EXPECT_FALSE(QDir(folder).exists("enviar"));
+    EXPECT_FALSE(QFile::exists(folder + "/config.ini"));
 }
 
 } // namespace

@@ -170,6 +170,21 @@ TEST(KeyedSelect, AQueryWithNoOrderHasNoStatementOfKeys) {
     EXPECT_TRUE(k->keysAfter.isEmpty());
 }
 
+// A product looked up by its reference or any of its bar codes: the engine
+// finds the rows column by column, so the first row would be the one found by
+// the first column, not the product saved first.
+TEST(KeyedSelect, AFilterOfAlternativesIsReadInTheOrderOfSaving) {
+    const auto k = vel::dialect::Keyed(QStringLiteral(
+        "SELECT * FROM productos WHERE referencia_productos = '84' OR cod_barras1_productos = '84' OR "
+        "cod_barras2_productos = '84'"));
+    ASSERT_TRUE(k);
+    EXPECT_EQ(k->rows, QStringLiteral("SELECT *, rowid FROM productos WHERE referencia_productos = '84' OR "
+                                      "cod_barras1_productos = '84' OR cod_barras2_productos = '84' ORDER BY rowid"));
+    EXPECT_EQ(k->keysAfter, QStringLiteral("SELECT rowid FROM productos WHERE referencia_productos = '84' OR "
+                                           "cod_barras1_productos = '84' OR cod_barras2_productos = '84' ORDER BY "
+                                           "rowid LIMIT -1 OFFSET ?1"));
+}
+
 TEST(KeyedSelect, QueriesOfOtherKindsAreReadAsTheyCome) {
     for (const char* sql : {"SELECT count(*) FROM clientes", "SELECT DISTINCT nif_cliente FROM clientes",
                             "SELECT * FROM clientes, proveedores", "SELECT * FROM clientes ORDER BY 1",

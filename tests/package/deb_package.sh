@@ -2,6 +2,7 @@
 # The Debian package made by `cpack -G DEB` in the build tree, unpacked into a
 # temporary root: the program, the desktop entry and the icon are there, the
 # package depends on the Debian package of every library the program links,
+# it has its copyright and changelog and lintian finds no error in it,
 # and the unpacked program starts on a shop's folder and, from anywhere else,
 # on the user's own folder made on its first run.
 # Usage: deb_package.sh BUILD_DIR
@@ -31,6 +32,17 @@ grep -qx 'Icon=velmarinda' "$desktop" || fail "la entrada de escritorio no nombr
 icon="$root/usr/share/icons/hicolor/scalable/apps/velmarinda.svg"
 [ -f "$icon" ] || fail "falta el icono"
 grep -q '<svg' "$icon" || fail "el icono no es un SVG"
+
+# The copyright and the changelog where Debian keeps them, and no error from
+# lintian, Debian's checker of packages.
+[ -f "$root/usr/share/doc/velmarinda/copyright" ] || fail "falta /usr/share/doc/velmarinda/copyright"
+gzip -t "$root/usr/share/doc/velmarinda/changelog.Debian.gz" 2>/dev/null ||
+  fail "falta /usr/share/doc/velmarinda/changelog.Debian.gz"
+lintian --no-tag-display-limit "$deb" >"$tmp/lintian.log" 2>&1 || true
+if grep -q '^E: ' "$tmp/lintian.log"; then
+  cat "$tmp/lintian.log" >&2
+  fail "lintian encuentra errores en el paquete"
+fi
 
 # Every library the program links comes from a package it depends on.
 depends=$(dpkg-deb -f "$deb" Depends)
@@ -67,7 +79,7 @@ set +e
 code=$?
 set -e
 [ "$code" -eq 124 ] || { cat "$tmp/run.log" >&2; fail "el programa terminó ($code) en su primera vez"; }
-for f in datos.mdb enviar recibir importacion; do
+for f in datos.mdb config.ini enviar recibir importacion; do
   [ -e "$tmp/home/Velmarinda/$f" ] || fail "falta ~/Velmarinda/$f tras la primera vez"
 done
 [ -e "$tmp/home/Velmarinda/datos.mdb-wal" ] || fail "el programa no abrió ~/Velmarinda/datos.mdb"

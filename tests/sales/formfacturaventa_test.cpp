@@ -82,6 +82,11 @@ protected:
         vel::schema::CreateEmptyDatabase(path);
         vel::BaseDatos = vel::Database::OpenDatabase(path).release();
         vel::BaseDatos->Execute(QString::fromUtf8(kPedro));
+        // The window reads config.ini with no trap: a shop always has one.
+        QFile config(dir.filePath(QStringLiteral("config.ini")));
+        ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+        config.write("FERROBANDA,CENTRAL\r\n");
+        config.close();
         w = std::make_unique<vel::FormFacturaVenta>();
         w->show();
         w->Load();
