@@ -85,8 +85,7 @@ bool FormFacturaVenta::EsOrta() const { return ClientePrograma == QLatin1String(
 // products window and the counter do. The store name isn't looked up. The
 // account tick is ORTA's; so is the import button, shown and off until a mode.
 void FormFacturaVenta::CargarPropio() {
-    vb::InputFile config = vb::InputFile::open(vb::AppPath() + QStringLiteral("/config.ini"));
-    ClientePrograma = config.next();
+    ClientePrograma = LeeConfiguracion(LecturaConfiguracion::SoloEtiqueta).ClientePrograma;
     if (ClientePrograma.isEmpty()) ClientePrograma = kClienteProgramaPorDefecto;
     Lineas_->SetReglas(ReglasFactura(ClientePrograma));
     if (!EsOrta()) vb::SetVisible(propio->CheckCuenta, false);
