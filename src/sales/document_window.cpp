@@ -289,7 +289,7 @@ bool DocumentWindow::MostrarPrimerDocumento(QWidget* foco) {
 // shows the first of its documents: the delete then applies to what the lists
 // show, never to the previous customer's document under the new one's key.
 void DocumentWindow::ClienteCambiadoEnBorrar() {
-    if (!textos_.frame2EnBorrar || ModoVentana != QLatin1String("B") || !EnModo()) return;
+    if (!textos_.frame2EnBorrar || ModoVentana != Modo::Borrar || !EnModo()) return;
     borrarfacturas();
     CargarDatos();
     Comboejerciciofactura_Click();
