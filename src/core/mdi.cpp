@@ -15,7 +15,8 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
+#include <QKeyEvent>
+#include <functional>
 #include <QStyle>
 #include <optional>
 
@@ -126,6 +127,29 @@ const QStringList& Calculadoras() {
 void SetWindowTable(const WindowTableMap* table) { windowTable = table; }
 MDI* MainWindow() { return mainWindow; }
 
+namespace {
+// Sees Ctrl+F4 pressed in any widget of the main window (the shortcut stage of
+// the key, before the key itself is delivered) and runs the close instead.
+class CtrlF4 : public QObject {
+public:
+    CtrlF4(QWidget* ventana, std::function<void()> cerrar)
+        : QObject(ventana), ventana_(ventana), cerrar_(std::move(cerrar)) {}
+    bool eventFilter(QObject* o, QEvent* e) override {
+        if (e->type() != QEvent::ShortcutOverride || !o->isWidgetType()) return false;
+        auto* k = static_cast<QKeyEvent*>(e);
+        if (k->key() != Qt::Key_F4 || (k->modifiers() & ~Qt::KeypadModifier) != Qt::ControlModifier) return false;
+        if (static_cast<QWidget*>(o)->window() != ventana_) return false;
+        k->accept();
+        cerrar_();
+        return true;
+    }
+
+private:
+    QWidget* ventana_;
+    std::function<void()> cerrar_;
+};
+}  // namespace
+
 MDI::MDI() : Timer1(new vb::Timer(this)), area_(new QMdiArea(this)) {
     setObjectName(QStringLiteral("MDI"));
     setWindowTitle(QStringLiteral("Principal"));
@@ -137,11 +161,11 @@ MDI::MDI() : Timer1(new vb::Timer(this)), area_(new QMdiArea(this)) {
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { MostrarControl(now); });
-    // Ctrl+F4 closes the active child window, as its system box does.
-    auto* cerrar = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F4), this);
-    cerrar->setContext(Qt::WindowShortcut);
-    connect(cerrar, &QShortcut::activated, this, [this] { CerrarVentanaActiva(); });
-    connect(cerrar, &QShortcut::activatedAmbiguously, this, [this] { CerrarVentanaActiva(); });
+    // Ctrl+F4 closes the active child window, as its system box does. It is
+    // taken before any shortcut is looked for: each child's frame has a Ctrl+F4
+    // of its own, which only works while the focus is inside that child and
+    // makes a shortcut of the main window ambiguous.
+    qApp->installEventFilter(new CtrlF4(this, [this] { CerrarVentanaActiva(); }));
     Timer1->SetInterval(60000);
     Timer1->SetEnabled(false);
     connect(Timer1, &vb::Timer::Tick, this, [this] { vb::RunEvent([this] { Timer1_Timer(); }); });
