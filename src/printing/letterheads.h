@@ -68,7 +68,7 @@ std::optional<CabeceraListado> CabeceraListadoDe(const QString& ClientePrograma)
 // further right (57 and 64 blanks).
 CabeceraListado CabeceraListadoSinMembrete();
 
-// Printing. Each starts by setting the font the design sets before the tag is
+// Printing. Each starts by setting the font every letterhead starts from before the tag is
 // looked at, so that a tag with no block leaves that font in force.
 
 // "Courier New" 8, then the letterhead of the tag on today's date. True when a
