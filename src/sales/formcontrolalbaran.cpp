@@ -364,15 +364,20 @@ void FormControlAlbaran::CommandRecibir_Click() {
 // that is already here makes its INSERT fail, which stops the command with the
 // store's message and ends the program as any untrapped error does, and the
 // rollback leaves the tables as they were before the reception. A file that
-// ends inside a record is refused before anything is written.
+// ends inside a record, or holds a value that cannot be read, is refused
+// before anything is written.
 void FormControlAlbaran::GuardarRecibidos(const QByteArray& pedidoC, const QByteArray& pedidoD) {
     intercambio::Recepcion r;
     try {
         r = intercambio::LeerRecepcion(pedidoC, pedidoD);
     } catch (const vb::RuntimeError& e) {
-        if (e.Number != 62) throw;
+        // Nothing is written yet: a file that cannot be read is refused here
+        // with the reason, rather than ending the program half-way.
         Estado(QString());
-        vb::MsgBox(QStringLiteral("No se pueden recibir los albaranes: los ficheros recibidos terminan a mitad de un albarán."),
+        vb::MsgBox(e.Number == 62
+                       ? QStringLiteral("No se pueden recibir los albaranes: los ficheros recibidos terminan a mitad de un albarán.")
+                       : QStringLiteral("No se pueden recibir los albaranes: los ficheros recibidos tienen un valor que no se puede leer (") +
+                             e.Description + QStringLiteral(")."),
                    vb::vbExclamation, kRecibir);
         return;
     }

@@ -99,7 +99,18 @@ QString ValorRecibido(const Campo& campo, const QString& linea) {
 
 QString SentenciaRecepcion(const QString& tabla, const std::vector<Campo>& campos, const QStringList& lineas) {
     QStringList valores;
-    for (size_t i = 0; i < campos.size(); ++i) valores << ValorRecibido(campos[i], lineas.at(static_cast<qsizetype>(i)));
+    for (size_t i = 0; i < campos.size(); ++i) {
+        const QString& linea = lineas.at(static_cast<qsizetype>(i));
+        try {
+            valores << ValorRecibido(campos[i], linea);
+        } catch (const vb::RuntimeError& e) {
+            // A value the runtime cannot format (a number beyond a Double's
+            // range in a two-digit field) keeps the runtime's error, and says
+            // which field of the file held it.
+            vb::Raise(e.Number, e.Description + QStringLiteral(" en el campo ") + campos[i].columna +
+                                    QStringLiteral(": ") + linea.left(40));
+        }
+    }
     return "INSERT INTO " + tabla + " VALUES (" + sql::Valores(valores) + ")";
 }
 

@@ -65,7 +65,10 @@ QString SentenciaRecepcion(const QString& tabla, const std::vector<Campo>& campo
 // UPDATE (decided on the database, so these are given as a callback), then the
 // lines' INSERTs. The text is read as the runtime reads a file: Line Input for
 // every header field; for a line, Input # for its first field and Line Input
-// for the rest. A file that ends inside a record raises error 62.
+// for the rest. A file that ends inside a record raises error 62; a value
+// the receiving statement cannot be made from (a two-digit field holding a
+// number beyond a Double's range) raises the runtime's error for it (6),
+// naming the field. Either comes before anything is written.
 struct Recepcion {
     // One INSERT into cabecera_albaran_venta per note, with its key as read.
     struct Nota {

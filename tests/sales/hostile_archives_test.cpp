@@ -257,4 +257,15 @@ TEST_F(HostileArchive, TextCutInsideANote) {
               QStringLiteral("los ficheros recibidos terminan a mitad de un albarán."));
 }
 
+// A line's store code too large for any number: refused, before anything is
+// written, with the field that held it.
+TEST_F(HostileArchive, ANumberBeyondRangeInANote) {
+    QByteArray texto = "4444444444444e4444444444\r\n";
+    for (int i = 1; i < 25; ++i) texto += "1\r\n";
+    const QByteArray d = ComprimirZip({{QStringLiteral("pedidoD.txt"), texto}});
+    const QString m = Recibir(ComprimirZip({{QStringLiteral("pedidoC.zip"), ZipC()}, {QStringLiteral("pedidoD.zip"), d}}));
+    EXPECT_TRUE(m.startsWith(QStringLiteral("los ficheros recibidos tienen un valor que no se puede leer ("))) << m.toStdString();
+    EXPECT_TRUE(m.contains(QStringLiteral("tienda_detalle_albaran_venta"))) << m.toStdString();
+}
+
 } // namespace

@@ -104,6 +104,20 @@ TEST(ExchangeReader, FileCutInsideARecordRaises62) {
     }
 }
 
+// A store code far beyond a Double's range cannot be formatted "00": the
+// runtime's overflow, naming the field, before any statement is given.
+TEST(ExchangeReader, ANumberBeyondRangeRaisesOverflowNamingTheField) {
+    QByteArray c = "4444444444444e4444444444\r\n";
+    for (int i = 1; i < 42; ++i) c += "1\r\n";
+    try {
+        LeerRecepcion(c, QByteArray());
+        FAIL() << "no error";
+    } catch (const vb::RuntimeError& e) {
+        EXPECT_EQ(e.Number, 6);
+        EXPECT_TRUE(e.Description.contains(QStringLiteral("tienda_cabecera_albaran_venta"))) << e.Description.toStdString();
+    }
+}
+
 TEST(ExchangeReader, EmptyFilesGiveNothing) {
     const Recepcion r = LeerRecepcion(QByteArray(), QByteArray());
     EXPECT_TRUE(r.notas.empty());
