@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QFile>
 #include <QFileInfo>
+#include <QXmlStreamReader>
 
 #include <freexl.h>
 #include <orcus/orcus_ods.hpp>
@@ -14,11 +15,14 @@
 #include <orcus/spreadsheet/factory.hpp>
 #include <orcus/spreadsheet/import_interface.hpp>
 #include <orcus/spreadsheet/shared_strings.hpp>
+#include <orcus/zip_archive.hpp>
+#include <orcus/zip_archive_stream.hpp>
 
 #include <cmath>
 #include <exception>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace vel {
@@ -224,6 +228,84 @@ private:
     std::vector<std::string> nombres_;
 };
 
+// An .ods formula whose cached result is a text: liborcus passes on a
+// formula's number result but gives nothing for a text result. So the first
+// table of content.xml (unpacked by liborcus's own zip reader, read by Qt's
+// XML reader) is walked once more for those cells alone: rows and columns
+// counted with their repeats, and a formula cell of value type "string" that
+// is still empty takes its office:string-value, or else its paragraphs' text.
+void resultadosDeTexto(const QByteArray& bytes, Libro& libro) {
+    orcus::zip_archive_stream_blob flujo(reinterpret_cast<const uint8_t*>(bytes.constData()),
+                                         static_cast<size_t>(bytes.size()));
+    orcus::zip_archive zip(&flujo);
+    zip.load();
+    std::vector<unsigned char> contenido;
+    if (!zip.read_file_entry("content.xml", contenido)) return;
+    const QString ns_table = QStringLiteral("urn:oasis:names:tc:opendocument:xmlns:table:1.0");
+    const QString ns_office = QStringLiteral("urn:oasis:names:tc:opendocument:xmlns:office:1.0");
+    const QString ns_text = QStringLiteral("urn:oasis:names:tc:opendocument:xmlns:text:1.0");
+    QXmlStreamReader xml(QByteArray::fromRawData(reinterpret_cast<const char*>(contenido.data()),
+                                                 static_cast<qsizetype>(contenido.size())));
+    auto repeticiones = [&](const QString& atributo) {
+        bool ok = false;
+        const long long n = xml.attributes().value(ns_table, atributo).toLongLong(&ok);
+        return ok && n > 0 ? n : 1LL;
+    };
+    int tablas = 0;
+    long long fila = 0, columna = 0, repetidas = 1;
+    bool enCelda = false, enParrafo = false;
+    long long columnasCelda = 1;
+    QString resultado;
+    while (!xml.atEnd()) {
+        const auto token = xml.readNext();
+        if (token == QXmlStreamReader::StartElement) {
+            const auto nombre = xml.name();
+            if (xml.namespaceUri() == ns_table && nombre == QLatin1String("table")) {
+                if (++tablas > 1) return;
+            } else if (tablas != 1) {
+                continue;
+            } else if (xml.namespaceUri() == ns_table && nombre == QLatin1String("table-row")) {
+                columna = 0;
+                repetidas = repeticiones(QStringLiteral("number-rows-repeated"));
+            } else if (xml.namespaceUri() == ns_table &&
+                       (nombre == QLatin1String("table-cell") || nombre == QLatin1String("covered-table-cell"))) {
+                columnasCelda = repeticiones(QStringLiteral("number-columns-repeated"));
+                const auto a = xml.attributes();
+                enCelda = nombre == QLatin1String("table-cell") && a.hasAttribute(ns_table, QStringLiteral("formula")) &&
+                          a.value(ns_office, QStringLiteral("value-type")) == QLatin1String("string") &&
+                          fila < Libro::kFilasMaximas && columna < Libro::kColumnasMaximas &&
+                          libro.Cells(int(fila) + 1, int(columna) + 1).tipo == Celda::Tipo::Vacia;
+                resultado.clear();
+                if (enCelda && a.hasAttribute(ns_office, QStringLiteral("string-value"))) {
+                    resultado = a.value(ns_office, QStringLiteral("string-value")).toString();
+                    libro.Poner(int(fila), int(columna), texto(resultado.toStdString()));
+                    enCelda = false;
+                }
+            } else if (enCelda && xml.namespaceUri() == ns_text && nombre == QLatin1String("p")) {
+                if (enParrafo || !resultado.isEmpty()) resultado += QLatin1Char('\n');
+                enParrafo = true;
+            }
+        } else if (token == QXmlStreamReader::Characters && enCelda && enParrafo) {
+            resultado += xml.text();
+            if (resultado.size() > Libro::kLongitudMaximaCelda) throw LimiteSuperado();
+        } else if (token == QXmlStreamReader::EndElement && tablas == 1) {
+            const auto nombre = xml.name();
+            if (xml.namespaceUri() == ns_text && nombre == QLatin1String("p")) {
+                enParrafo = false;
+            } else if (xml.namespaceUri() == ns_table &&
+                       (nombre == QLatin1String("table-cell") || nombre == QLatin1String("covered-table-cell"))) {
+                if (enCelda && !resultado.isEmpty()) libro.Poner(int(fila), int(columna), texto(resultado.toStdString()));
+                enCelda = false;
+                columna += columnasCelda;
+            } else if (xml.namespaceUri() == ns_table && nombre == QLatin1String("table-row")) {
+                fila += repetidas;
+            } else if (xml.namespaceUri() == ns_table && nombre == QLatin1String("table")) {
+                return;
+            }
+        }
+    }
+}
+
 template <class Filtro>
 Libro leerConOrcus(const QByteArray& bytes, const QString& path) {
     comprobarTamanos(bytes, path);
@@ -233,6 +315,7 @@ Libro leerConOrcus(const QByteArray& bytes, const QString& path) {
         Fabrica fabrica(doc, libro);
         Filtro filtro(&fabrica);
         filtro.read_stream(std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())));
+        if constexpr (std::is_same_v<Filtro, orcus::orcus_ods>) resultadosDeTexto(bytes, libro);
     } catch (const LimiteSuperado&) {
         demasiado(path);
     } catch (const vb::RuntimeError&) {

@@ -11,7 +11,9 @@
 // which no sheet of document lines comes near and which keep a hostile file
 // from taking the machine's memory: 65,536 rows, 256 columns, 32,767 characters
 // in a cell (the spreadsheet programs' own limit), 64 MB for any part of the
-// packed file once unpacked, 256 MB for all of them.
+// packed file once unpacked, 256 MB for all of them. FreeXL itself refuses,
+// as damaged, an .xls whose text in one cell runs beyond two continuation
+// records of the file (some 16,400 characters).
 #pragma once
 #include <QString>
 #include <map>

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -62,7 +63,40 @@ TEST_F(Workbook, OdsValuesAndFormulaResults) {
     WriteWorkbook(file("a.ods"), kLineas);
     const vel::Libro l = vel::Libro::Abrir(file("a.ods"));
     ExpectLineas(l);
+    // A formula whose result is a text gives that text, as its number result gives the number.
+    EXPECT_EQ(l.Cells(3, 2).tipo, vel::Celda::Tipo::Texto);
+    EXPECT_EQ(l.Cells(3, 2).Texto(), "B");
+    EXPECT_EQ(l.Cells(3, 3).tipo, vel::Celda::Tipo::Numero);
     EXPECT_EQ(l.Cells(3, 3).numero, 6);
+}
+
+// A text result kept only as the cell's paragraphs, after repeated columns
+// and rows; the second table's formula is not read.
+TEST_F(Workbook, OdsTextResultFromParagraphs) {
+    WriteOdsTables(file("p.ods"),
+                   "<table:table table:name=\"Hoja1\">"
+                   "<table:table-row><table:table-cell table:number-columns-repeated=\"2\" office:value-type=\"string\">"
+                   "<text:p>x</text:p></table:table-cell>"
+                   "<table:table-cell table:formula=\"of:=UPPER(&quot;texto&quot;)\" office:value-type=\"string\">"
+                   "<text:p>TEXTO</text:p></table:table-cell></table:table-row>"
+                   "<table:table-row table:number-rows-repeated=\"2\"><table:table-cell/></table:table-row>"
+                   "<table:table-row><table:table-cell table:formula=\"of:=&quot;A&quot;&amp;CHAR(10)&amp;&quot;B&quot;\" "
+                   "office:value-type=\"string\"><text:p>A</text:p><text:p>B</text:p></table:table-cell>"
+                   "<table:table-cell table:formula=\"of:=1+1\" office:value-type=\"float\" office:value=\"2\">"
+                   "<text:p>2</text:p></table:table-cell></table:table-row>"
+                   "</table:table>"
+                   "<table:table table:name=\"Hoja2\"><table:table-row>"
+                   "<table:table-cell table:formula=\"of:=&quot;no&quot;\" office:value-type=\"string\">"
+                   "<text:p>NO</text:p></table:table-cell></table:table-row></table:table>");
+    const vel::Libro l = vel::Libro::Abrir(file("p.ods"));
+    EXPECT_EQ(l.Cells(1, 1).Texto(), "x");
+    EXPECT_EQ(l.Cells(1, 2).Texto(), "x");
+    EXPECT_EQ(l.Cells(1, 3).tipo, vel::Celda::Tipo::Texto);
+    EXPECT_EQ(l.Cells(1, 3).Texto(), "TEXTO");
+    EXPECT_TRUE(l.Cells(2, 1).Vacia());
+    EXPECT_EQ(l.Cells(4, 1).Texto(), "A\nB");
+    EXPECT_EQ(l.Cells(4, 2).tipo, vel::Celda::Tipo::Numero);
+    EXPECT_EQ(l.Cells(4, 2).numero, 2);
 }
 
 TEST_F(Workbook, XlsValues) {
@@ -161,4 +195,19 @@ TEST_F(Workbook, TenMegabyteCell) {
         WriteWorkbook(file(name), Hoja{{"Ref"}, {enorme}});
         EXPECT_EQ(ErrorOf(file(name)), 1004) << name.toStdString();
     }
+}
+
+// An .xls cell can say no more than 65,535 characters: one that long is
+// beyond the reader's limit, and 10 MB of text behind such a cell is a
+// damaged file. Both are the trap's error, and the file's size is no crash.
+TEST_F(Workbook, TenMegabyteCellInXls) {
+    WriteXlsUnchecked(file("larga.xls"), Hoja{{"Ref"}, {QString(65535, 'x')}});
+    EXPECT_EQ(ErrorOf(file("larga.xls")), 1004);
+    WriteXlsUnchecked(file("enorme.xls"), Hoja{{"Ref"}, {QString(10 << 20, 'x')}, {"ULTIMA"}});
+    EXPECT_GE(QFileInfo(file("enorme.xls")).size(), 10 << 20);
+    EXPECT_EQ(ErrorOf(file("enorme.xls")), 1004);
+    // A long text that FreeXL follows (it gives up on a text beyond two
+    // continuation records, some 16,400 characters) reads whole.
+    WriteWorkbook(file("larga_sana.xls"), Hoja{{"Ref"}, {QString(16000, 'x')}});
+    EXPECT_EQ(vel::Libro::Abrir(file("larga_sana.xls")).Cells(2, 1).Texto().size(), 16000);
 }

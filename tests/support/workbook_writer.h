@@ -180,7 +180,8 @@ inline QString sheetOds(const Hoja& hoja, int n) {
     return x + "</table:table>";
 }
 
-inline void ods(const QString& path, const std::vector<Hoja>& hojas) {
+// An .ods whose tables are given as they stand in content.xml.
+inline void odsTablas(const QString& path, const QString& tablas) {
     QTemporaryDir d;
     const QString b = d.path();
     write(b + "/mimetype", "application/vnd.oasis.opendocument.spreadsheet");
@@ -195,8 +196,7 @@ inline void ods(const QString& path, const std::vector<Hoja>& hojas) {
                       "xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\" "
                       "xmlns:text=\"urn:oasis:names:tc:opendocument:xmlns:text:1.0\" office:version=\"1.2\">"
                       "<office:body><office:spreadsheet>";
-    for (size_t i = 0; i < hojas.size(); ++i) content += sheetOds(hojas[i], int(i) + 1);
-    write(b + "/content.xml", (content + "</office:spreadsheet></office:body></office:document-content>").toUtf8());
+    write(b + "/content.xml", (content + tablas + "</office:spreadsheet></office:body></office:document-content>").toUtf8());
     const QString out = QFileInfo(path).absoluteFilePath();
     QDir().mkpath(QFileInfo(out).absolutePath());
     QFile::remove(out);
@@ -204,9 +204,24 @@ inline void ods(const QString& path, const std::vector<Hoja>& hojas) {
     run("zip", {"-q", "-X", "-r", out, "META-INF", "content.xml"}, b);
 }
 
+inline void ods(const QString& path, const std::vector<Hoja>& hojas) {
+    QString tablas;
+    for (size_t i = 0; i < hojas.size(); ++i) tablas += sheetOds(hojas[i], int(i) + 1);
+    odsTablas(path, tablas);
+}
+
 // The old binary workbook, written by xlwt from a small script fed the cells.
-inline void xls(const QString& path, const std::vector<Hoja>& hojas) {
+// With sinLimite, the writer's own length check is lifted: a text of any
+// length is written whole, its length field saying at most 65,535 characters
+// (the format's most), as a damaged or hostile file may.
+inline void xls(const QString& path, const std::vector<Hoja>& hojas, bool sinLimite = false) {
     QString script = "import sys, xlwt\nwb = xlwt.Workbook(encoding='utf-8')\n";
+    if (sinLimite)
+        script += "import xlwt.BIFFRecords as B\nfrom struct import pack\n"
+                  "def upack2(s, encoding='ascii'):\n"
+                  "    e = s.encode('latin1')\n"
+                  "    return pack('<HB', min(len(e), 0xFFFF), 0) + e\n"
+                  "B.upack2 = upack2\n";
     for (size_t i = 0; i < hojas.size(); ++i) {
         script += QString("ws = wb.add_sheet('Hoja%1')\n").arg(i + 1);
         for (size_t r = 0; r < hojas[i].size(); ++r)
@@ -222,7 +237,10 @@ inline void xls(const QString& path, const std::vector<Hoja>& hojas) {
     }
     script += "wb.save(sys.argv[1])\n";
     QDir().mkpath(QFileInfo(path).absolutePath());
-    run("/usr/bin/python3", {"-c", script, QFileInfo(path).absoluteFilePath()}, QDir::currentPath());
+    // The script goes through a file: a long text is more than a command line holds.
+    QTemporaryDir d;
+    write(d.filePath("xls.py"), script.toUtf8());
+    run("/usr/bin/python3", {d.filePath("xls.py"), QFileInfo(path).absoluteFilePath()}, QDir::currentPath());
 }
 
 } // namespace workbook_detail
@@ -235,5 +253,9 @@ inline void WriteWorkbook(const QString& path, const std::vector<Hoja>& hojas) {
     else throw std::runtime_error("no workbook kind for " + path.toStdString());
 }
 inline void WriteWorkbook(const QString& path, const Hoja& hoja) { WriteWorkbook(path, std::vector<Hoja>{hoja}); }
+// An .xls whose texts may pass the format's length (see xls above).
+inline void WriteXlsUnchecked(const QString& path, const Hoja& hoja) { workbook_detail::xls(path, {hoja}, true); }
+// An .ods of tables written by hand (repeated rows and columns, paragraphs).
+inline void WriteOdsTables(const QString& path, const QString& tablesXml) { workbook_detail::odsTablas(path, tablesXml); }
 
 } // namespace veltest
