@@ -18,12 +18,26 @@
 #include <orcus/zip_archive.hpp>
 #include <orcus/zip_archive_stream.hpp>
 
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <exception>
 #include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define VEL_HAS_ASAN 1
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(VEL_HAS_ASAN)
+#include <sanitizer/common_interface_defs.h>
+#endif
 
 namespace vel {
 
@@ -112,8 +126,16 @@ void comprobarTamanos(const QByteArray& bytes, const QString& path) {
     long long total = 0;
     for (int e = 0; e < entradas; ++e) {
         if (p + 46 > n || le32(d + p) != 0x02014b50) noEsUnLibro(path);
+        const quint32 empaquetado = le32(d + p + 20);
         const quint32 desempaquetado = le32(d + p + 24);
-        if (desempaquetado > Libro::kParteMaxima) demasiado(path);
+        const quint32 local = le32(d + p + 42);
+        // The part's own header says its sizes again, and the library reads
+        // them too: a packed size past the file's end is a damaged file, an
+        // unpacked one past the limit a bomb, wherever it is said.
+        if (empaquetado > static_cast<quint64>(n) || static_cast<quint64>(local) + 30 > static_cast<quint64>(n))
+            noEsUnLibro(path);
+        if (le32(d + local) != 0x04034b50 || le32(d + local + 18) > static_cast<quint64>(n)) noEsUnLibro(path);
+        if (desempaquetado > Libro::kParteMaxima || le32(d + local + 22) > Libro::kParteMaxima) demasiado(path);
         total += desempaquetado;
         if (total > Libro::kTotalMaximo) demasiado(path);
         p += 46 + le16(d + p + 28) + le16(d + p + 30) + le16(d + p + 32);
@@ -355,8 +377,10 @@ Libro Libro::LeerOds(const QByteArray& bytes, const QString& path) {
     return leerConOrcus<orcus::orcus_ods>(bytes, path);
 }
 
-Libro Libro::LeerXls(const QString& path) {
-    if (QFileInfo(path).size() > kTotalMaximo) demasiado(path);
+namespace {
+
+Libro leerXlsAqui(const QString& path) {
+    if (QFileInfo(path).size() > Libro::kTotalMaximo) demasiado(path);
     const void* h = nullptr;
     if (freexl_open(QFile::encodeName(path).constData(), &h) != FREEXL_OK) {
         if (h) freexl_close(h);
@@ -367,7 +391,7 @@ Libro Libro::LeerXls(const QString& path) {
     unsigned short columnas = 0;
     if (freexl_select_active_worksheet(h, 0) != FREEXL_OK || freexl_worksheet_dimensions(h, &filas, &columnas) != FREEXL_OK)
         noEsUnLibro(path);
-    if (filas > static_cast<unsigned>(kFilasMaximas) || columnas > kColumnasMaximas) demasiado(path);
+    if (filas > static_cast<unsigned>(Libro::kFilasMaximas) || columnas > Libro::kColumnasMaximas) demasiado(path);
     Libro libro;
     try {
         for (unsigned r = 0; r < filas; ++r)
@@ -395,6 +419,118 @@ Libro Libro::LeerXls(const QString& path) {
             }
     } catch (const LimiteSuperado&) {
         demasiado(path);
+    }
+    return libro;
+}
+
+// What the child process sends back: a status byte, then each cell as its
+// row, column, kind and value.
+enum : char { kLeido = 0, kDanado = 1, kGrande = 2 };
+
+void escribirTodo(int fd, const char* p, size_t n) {
+    while (n > 0) {
+        const ssize_t w = ::write(fd, p, n);
+        if (w < 0 && errno == EINTR) continue;
+        if (w <= 0) ::_exit(3);
+        p += w;
+        n -= static_cast<size_t>(w);
+    }
+}
+
+template <class T> void anadir(QByteArray& b, T v) { b.append(reinterpret_cast<const char*>(&v), sizeof v); }
+
+template <class T> bool tomar(const QByteArray& b, qsizetype& at, T& v) {
+    if (at + qsizetype(sizeof v) > b.size()) return false;
+    std::memcpy(&v, b.constData() + at, sizeof v);
+    at += sizeof v;
+    return true;
+}
+
+} // namespace
+
+// FreeXL reads beyond its own buffers on some damaged files (a text whose
+// length runs past its record). So an .xls is read in a child process of its
+// own: the cells come back through a pipe, and a child that fails, or dies
+// on the file, means a damaged file; the program goes on.
+Libro Libro::LeerXls(const QString& path) {
+    if (QFileInfo(path).size() > kTotalMaximo) demasiado(path);
+    int tubo[2];
+    if (::pipe(tubo) != 0) noEsUnLibro(path);
+    const pid_t hijo = ::fork();
+    if (hijo < 0) {
+        ::close(tubo[0]);
+        ::close(tubo[1]);
+        noEsUnLibro(path);
+    }
+    if (hijo == 0) {
+        ::close(tubo[0]);
+#if defined(__SANITIZE_ADDRESS__) || defined(VEL_HAS_ASAN)
+        // Under the sanitizers the child's report is its own: whoever runs
+        // the program (a fuzzer) is not ended by it.
+        __sanitizer_set_death_callback(nullptr);
+#endif
+        QByteArray salida;
+        try {
+            const Libro libro = leerXlsAqui(path);
+            salida.append(kLeido);
+            for (const auto& [clave, celda] : libro.celdas_) {
+                anadir<qint32>(salida, clave.first);
+                anadir<qint32>(salida, clave.second);
+                anadir<char>(salida, static_cast<char>(celda.tipo));
+                if (celda.tipo == Celda::Tipo::Numero) anadir<double>(salida, celda.numero);
+                else {
+                    anadir<qint32>(salida, static_cast<qint32>(celda.texto.size()));
+                    salida.append(reinterpret_cast<const char*>(celda.texto.utf16()), celda.texto.size() * 2);
+                }
+                if (salida.size() > kTotalMaximo) {
+                    salida = QByteArray(1, kGrande);
+                    break;
+                }
+            }
+        } catch (const vb::RuntimeError& e) {
+            salida = QByteArray(1, e.Description.contains(QLatin1String("demasiado grande")) ? kGrande : kDanado);
+        } catch (...) {
+            salida = QByteArray(1, kDanado);
+        }
+        escribirTodo(tubo[1], salida.constData(), static_cast<size_t>(salida.size()));
+        ::_exit(0);
+    }
+    ::close(tubo[1]);
+    QByteArray entrada;
+    char bloque[65536];
+    bool grande = false;
+    for (;;) {
+        const ssize_t r = ::read(tubo[0], bloque, sizeof bloque);
+        if (r < 0 && errno == EINTR) continue;
+        if (r <= 0) break;
+        if (entrada.size() + r > kTotalMaximo + 1) grande = true;
+        else entrada.append(bloque, r);
+    }
+    ::close(tubo[0]);
+    int estado = 0;
+    while (::waitpid(hijo, &estado, 0) < 0 && errno == EINTR) {
+    }
+    if (!WIFEXITED(estado) || WEXITSTATUS(estado) != 0 || entrada.isEmpty()) noEsUnLibro(path);
+    if (grande || entrada[0] == kGrande) demasiado(path);
+    if (entrada[0] != kLeido) noEsUnLibro(path);
+    Libro libro;
+    qsizetype at = 1;
+    while (at < entrada.size()) {
+        qint32 fila = 0, columna = 0;
+        char tipo = 0;
+        if (!tomar(entrada, at, fila) || !tomar(entrada, at, columna) || !tomar(entrada, at, tipo)) noEsUnLibro(path);
+        if (tipo != char(Celda::Tipo::Numero) && tipo != char(Celda::Tipo::Texto)) noEsUnLibro(path);
+        Celda c;
+        c.tipo = static_cast<Celda::Tipo>(tipo);
+        if (c.tipo == Celda::Tipo::Numero) {
+            if (!tomar(entrada, at, c.numero)) noEsUnLibro(path);
+        } else {
+            qint32 largo = 0;
+            if (!tomar(entrada, at, largo) || largo < 0 || at + qsizetype(largo) * 2 > entrada.size()) noEsUnLibro(path);
+            c.texto = QString(reinterpret_cast<const QChar*>(entrada.constData() + at), largo);
+            at += qsizetype(largo) * 2;
+        }
+        libro.Poner(fila, columna, std::move(c));
     }
     return libro;
 }
