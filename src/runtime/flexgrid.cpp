@@ -1,4 +1,6 @@
 #include "runtime/flexgrid.h"
+
+#include <algorithm>
 #include "runtime/errors.h"
 #include <QHeaderView>
 #include <QMouseEvent>
@@ -67,9 +69,10 @@ void FlexGrid::SetTextMatrix(int row, int col, const QString& text) {
     checkCell(row, col);
     QTableWidgetItem* it = item(row, col);
     if (!it) {
+        // A cell of the fixed rows or columns already has its item: a new one is a plain cell.
         it = new QTableWidgetItem;
         setItem(row, col, it);
-        paintFixed();
+        if (row < fixedRows_ || col < fixedCols_) it->setBackground(palette().button());
     }
     it->setText(text);
 }
@@ -98,11 +101,15 @@ void FlexGrid::ScrollToEnd() {
 int FlexGrid::TopRow() const { return rowAt(0) < 0 ? 0 : rowAt(0); }
 
 // Fixed rows and columns look like headings.
+// The fixed rows and columns only: a grid of thousands of rows has two or
+// three fixed cells a row, and this runs whenever the grid's shape changes.
 void FlexGrid::paintFixed() {
     const QBrush fixed = palette().button();
-    for (int r = 0; r < rowCount(); ++r)
-        for (int c = 0; c < columnCount(); ++c) {
-            if (r >= fixedRows_ && c >= fixedCols_) continue;
+    const int rows = rowCount();
+    const int cols = columnCount();
+    for (int r = 0; r < rows; ++r) {
+        const int hasta = r < fixedRows_ ? cols : std::min(fixedCols_, cols);
+        for (int c = 0; c < hasta; ++c) {
             QTableWidgetItem* it = item(r, c);
             if (!it) {
                 it = new QTableWidgetItem;
@@ -110,6 +117,7 @@ void FlexGrid::paintFixed() {
             }
             it->setBackground(fixed);
         }
+    }
 }
 
 // A click makes the cell under the mouse the current one, then Click.

@@ -213,10 +213,11 @@ TEST_F(Workbook, TenMegabyteCellInXls) {
 }
 
 // Files the fuzzers found: an .xls on which FreeXL reads past its own buffer
-// (read in a child process, the program goes on), and an .xlsx whose part
-// says a packed size of 4 GB in a file of 2 KB. Both are the trap's error.
+// (read in a child process, the program goes on), and an .xlsx and an .ods
+// whose part says a packed size of 4 GB in a file of 2 KB. Both are the trap's error.
 TEST_F(Workbook, HostileFilesFoundByTheFuzzers) {
     const QString carpeta = QStringLiteral(VEL_TEST_DATA "/sales/hostile_workbooks/");
     EXPECT_EQ(ErrorOf(carpeta + "text_past_its_record.xls"), 1004);
     EXPECT_EQ(ErrorOf(carpeta + "packed_size_past_the_end.xlsx"), 1004);
+    EXPECT_EQ(ErrorOf(carpeta + "packed_size_past_the_end.ods"), 1004);
 }
