@@ -31,12 +31,12 @@ for t in "${targets[@]}"; do
   work="build-fuzz/corpus/$t"
   mkdir -p "$work"
   echo "== $t for ${FUZZ_SECONDS:-60} s"
-  # The .xls reader runs FreeXL in a child process: FreeXL's own faults on a
-  # damaged file are reported there and end only the child. They are reported
-  # without symbols, which would cost a second each; a crash of the target
-  # itself still leaves its input in artifacts/.
+  # The workbook readers run their library in a child process: the library's
+  # own faults on a damaged file are reported there and end only the child.
+  # They are reported without symbols, which would cost a second each; a
+  # crash of the target itself still leaves its input in artifacts/.
   asan="${ASAN_OPTIONS:-}"
-  [ "$t" = fuzz_xls ] && asan="symbolize=0${asan:+:$asan}"
+  case "$t" in fuzz_xls | fuzz_xlsx | fuzz_ods) asan="symbolize=0${asan:+:$asan}" ;; esac
   ASAN_OPTIONS="$asan" "build-fuzz/bin/$t" -max_len=65536 -max_total_time="${FUZZ_SECONDS:-60}" -timeout=10 -rss_limit_mb=2048 \
     -artifact_prefix="build-fuzz/artifacts/$t-" -print_final_stats=1 "$work" "fuzz/corpus/$t"
 done

@@ -27,6 +27,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <csignal>
+#include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -370,11 +372,11 @@ Celda Libro::Cells(int fila, int columna) const {
 }
 
 Libro Libro::LeerXlsx(const QByteArray& bytes, const QString& path) {
-    return leerConOrcus<orcus::orcus_xlsx>(bytes, path);
+    return AParte(path, [&] { return leerConOrcus<orcus::orcus_xlsx>(bytes, path); });
 }
 
 Libro Libro::LeerOds(const QByteArray& bytes, const QString& path) {
-    return leerConOrcus<orcus::orcus_ods>(bytes, path);
+    return AParte(path, [&] { return leerConOrcus<orcus::orcus_ods>(bytes, path); });
 }
 
 namespace {
@@ -448,12 +450,13 @@ template <class T> bool tomar(const QByteArray& b, qsizetype& at, T& v) {
 
 } // namespace
 
-// FreeXL reads beyond its own buffers on some damaged files (a text whose
-// length runs past its record). So an .xls is read in a child process of its
-// own: the cells come back through a pipe, and a child that fails, or dies
-// on the file, means a damaged file; the program goes on.
-Libro Libro::LeerXls(const QString& path) {
-    if (QFileInfo(path).size() > kTotalMaximo) demasiado(path);
+// The libraries are not safe on every damaged file: FreeXL reads beyond its
+// own buffers on some (a text whose length runs past its record), liborcus
+// stops the process on an assertion on some broken XML. So a workbook is read
+// in a child process of its own: the cells come back through a pipe, and a
+// child that fails, or dies on the file, means a damaged file; the program
+// goes on.
+Libro Libro::AParte(const QString& path, const std::function<Libro()>& leer) {
     int tubo[2];
     if (::pipe(tubo) != 0) noEsUnLibro(path);
     const pid_t hijo = ::fork();
@@ -469,9 +472,12 @@ Libro Libro::LeerXls(const QString& path) {
         // the program (a fuzzer) is not ended by it.
         __sanitizer_set_death_callback(nullptr);
 #endif
+        // A fault in the child ends it quietly, whatever handlers the program
+        // (or a fuzzer) set before the fork.
+        for (int senal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL}) ::signal(senal, SIG_DFL);
         QByteArray salida;
         try {
-            const Libro libro = leerXlsAqui(path);
+            const Libro libro = leer();
             salida.append(kLeido);
             for (const auto& [clave, celda] : libro.celdas_) {
                 anadir<qint32>(salida, clave.first);
@@ -533,6 +539,11 @@ Libro Libro::LeerXls(const QString& path) {
         libro.Poner(fila, columna, std::move(c));
     }
     return libro;
+}
+
+Libro Libro::LeerXls(const QString& path) {
+    if (QFileInfo(path).size() > kTotalMaximo) demasiado(path);
+    return AParte(path, [&] { return leerXlsAqui(path); });
 }
 
 Libro Libro::Abrir(const QString& path) {

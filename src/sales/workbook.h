@@ -16,6 +16,7 @@
 // records of the file (some 16,400 characters).
 #pragma once
 #include <QString>
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -60,6 +61,8 @@ public:
     void Poner(int fila0, int columna0, Celda celda);
 
 private:
+    // Runs a reader in a child process and takes back its cells (or its error).
+    static Libro AParte(const QString& path, const std::function<Libro()>& leer);
     std::map<std::pair<int, int>, Celda> celdas_; // 0-based row, column
 };
 

@@ -220,4 +220,7 @@ TEST_F(Workbook, HostileFilesFoundByTheFuzzers) {
     EXPECT_EQ(ErrorOf(carpeta + "text_past_its_record.xls"), 1004);
     EXPECT_EQ(ErrorOf(carpeta + "packed_size_past_the_end.xlsx"), 1004);
     EXPECT_EQ(ErrorOf(carpeta + "packed_size_past_the_end.ods"), 1004);
+    // Broken XML on which liborcus fails an assertion (in the child that reads it).
+    EXPECT_EQ(ErrorOf(carpeta + "broken_xml_assertion.xlsx"), 1004);
+    EXPECT_EQ(ErrorOf(carpeta + "broken_xml_assertion.ods"), 1004);
 }
