@@ -48,10 +48,11 @@ protected:
         if (!keep.isEmpty()) QDir().mkpath(keep);
         return keep.isEmpty() ? tmp.path() : keep;
     }
-    // Three lines, paid in three instalments; the total's " €" ends at column 81.
+    // Three lines at 30 days, with an equivalence surcharge: the total's " €"
+    // ends at column 81, the widest of the page (the notice's lines, in
+    // "Courier New" 6, are narrower).
     print_layout::Documento invoice() {
         auto d = Factura(rejilla, 3, "FERROBANDA");
-        d.Labelformapagofacturavencimientos = "3/30,60,90,0,0,0,0,0,0,0,0,0";
         d.Textrecargo = "5.2";
         d.Labelimporterecargo = "0.47";
         d.Labeltotalfactura = "1234567.89";
@@ -66,10 +67,12 @@ TEST_F(InvoiceFitToPage, AnEightyOneColumnLineLiesInsideThePrintableAreaOfTheShe
     // at column 81, 81 characters of 144 twips from the printable corner, past
     // the printable width of the sheet.
     print(d);
-    const QString totales = lines()[size_t(lines().indexOf(InvoiceFootTitleWithSurcharge)) + 1];
+    // The line keeps the blanks of its last cut after the " €": they draw nothing.
+    const QString linea = lines()[size_t(lines().indexOf(InvoiceFootTitleWithSurcharge)) + 1];
+    const QString totales = vb::RTrim(linea);
     ASSERT_EQ(totales.size(), 81) << qPrintable(totales);
     ASSERT_TRUE(totales.endsWith(" €"));
-    const vb::PrintEvent& e = printed(totales);
+    const vb::PrintEvent& e = printed(linea);
     EXPECT_EQ(e.x, 0);
     const double anchoImprimible = vb::SheetGeometry().printable.width();
     EXPECT_GT(81 * 144.0, anchoImprimible);
@@ -84,8 +87,11 @@ TEST_F(InvoiceFitToPage, AnEightyOneColumnLineLiesInsideThePrintableAreaOfTheShe
     const std::vector<Pagina> paginas = Palabras(pdf);
     ASSERT_EQ(paginas.size(), 1u);
     const Pagina& p = paginas[0];
+    // The sheet in points as written (pdftotext rounds the page's size).
     const double borde = vb::kBordePuntos;
-    const double derecha = p.ancho - borde, abajo = p.alto - borde;
+    const double ancho = vb::kA4AnchoMm / 25.4 * 72, alto = vb::kA4AltoMm / 25.4 * 72;
+    EXPECT_NEAR(p.ancho, ancho, 0.5);
+    const double derecha = ancho - borde, abajo = alto - borde;
     const Palabra* euro = nullptr;
     for (const Palabra& w : p.palabras) {
         EXPECT_LE(w.xMax, derecha + 0.01) << qPrintable(w.texto) << " ends past the printable area at " << w.xMax;
@@ -119,8 +125,31 @@ TEST_F(InvoiceFitToPage, AnEightyOneColumnLineLiesInsideThePrintableAreaOfTheShe
     EXPECT_EQ(recorder.transcript(), transcripcion);
 }
 
-// A page that fits (the ticket's 40 columns of "Courier New" 8 on the roll) is
-// drawn at its size: its words stand where the composition puts them.
+// A term of twelve instalments prints its whole text: the "Forma de Pago" line
+// of 98 columns is then the widest, and the page is drawn smaller still, its end
+// inside the printable area.
+TEST_F(InvoiceFitToPage, TheWholeTermOfTwelveInstalmentsIsOnTheSheet) {
+    auto d = invoice();
+    d.Labelformapagofacturavencimientos = "3/30,60,90,0,0,0,0,0,0,0,0,0";
+    vb::SetPrintEnvironment(nullptr);
+    const QString pdf = folder() + "/factura_forma_de_pago.pdf";
+    QFile::remove(pdf);
+    vb::Printer().SetDestination({vb::PrintDestination::Kind::File, {}, pdf});
+    print(d);
+    const std::vector<Pagina> paginas = Palabras(pdf);
+    ASSERT_EQ(paginas.size(), 1u);
+    const double derecha = vb::kA4AnchoMm / 25.4 * 72 - vb::kBordePuntos;
+    const Palabra* plazos = nullptr;
+    for (const Palabra& w : paginas[0].palabras) {
+        EXPECT_LE(w.xMax, derecha + 0.01) << qPrintable(w.texto);
+        if (w.texto == "3/30,60,90,0,0,0,0,0,0,0,0,0") plazos = &w;
+    }
+    ASSERT_NE(plazos, nullptr);
+    EXPECT_GT(plazos->xMax, derecha - 3.0);
+}
+
+// A page that fits is drawn at its size: its words stand where the
+// composition puts them.
 TEST_F(InvoiceFitToPage, AnInvoiceNarrowerThanTheSheetIsNotScaled) {
     vb::SetPrintEnvironment(nullptr);
     const QString pdf = folder() + "/linea_estrecha.pdf";
