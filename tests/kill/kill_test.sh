@@ -12,5 +12,5 @@ trap 'rm -rf "$work"' EXIT
 "$velkill" prepare "$work/shop" "$products" >/dev/null 2>&1 || { echo "prepare failed"; exit 1; }
 seed="${SEED:-$RANDOM$RANDOM}"
 echo "seed $seed, $products products"
-"$velkill" kills "$work/shop" "$kind" "$kills" "$seed" 2>&1 | grep -v 'propagateSizeHints\|XDG_RUNTIME_DIR'
+"$velkill" kills "$work/shop" "$kind" "$kills" "$seed" 2>&1 | grep --line-buffered -v 'propagateSizeHints\|XDG_RUNTIME_DIR'
 exit "${PIPESTATUS[0]}"
