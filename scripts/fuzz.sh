@@ -9,7 +9,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh --fuzz
 targets=("$@")
-[ ${#targets[@]} -eq 0 ] && targets=(fuzz_numbers fuzz_config_ini fuzz_sql_dialect fuzz_dbase fuzz_note_exchange fuzz_xls fuzz_xlsx fuzz_ods)
+[ ${#targets[@]} -eq 0 ] && targets=(fuzz_numbers fuzz_config_ini fuzz_membrete_ini fuzz_sql_dialect fuzz_dbase fuzz_note_exchange fuzz_xls fuzz_xlsx fuzz_ods)
 cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++-14 -DVEL_FUZZ=ON >/dev/null
 cmake --build build-fuzz -j"$(nproc)" $(printf -- '--target %s ' "${targets[@]}")
 # The catalogue's seeds are made by a program (sound and damaged dBase files).

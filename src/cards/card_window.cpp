@@ -1,6 +1,6 @@
 #include "cards/card_window.h"
 
-#include "cards/card_transaction.h"
+#include "core/combo_fill.h"
 #include "core/record_store.h"
 #include "core/session.h"
 #include "core/sql_values.h"
@@ -80,13 +80,7 @@ CardWindow::CardWindow(const DatosFicha& datos, QWidget* parent)
     FiltrarTeclas({ui->Textdebeapunte, ui->Texthaberapunte}, TeclasDeNumero);
 
     // A list keeps its place while hidden, so that showing it moves nothing.
-    for (QWidget* w : QList<QWidget*>{ui->Combonif, ui->Combocodigo, ui->Combonombrefiscal, ui->Combonombrecomercial,
-                                      ui->Combobanco, ui->Combosucursal, ui->Comboformapago, ui->Comboiva,
-                                      ui->Combotienda, ui->Combocomercial, ui->Labeliva}) {
-        QSizePolicy p = w->sizePolicy();
-        p.setRetainSizeWhenHidden(true);
-        w->setSizePolicy(p);
-    }
+    ConservarSitioDeLasListas(this);
     // The calendar keeps its place beside the grid while hidden.
     QSizePolicy p = ui->Calendario->sizePolicy();
     p.setRetainSizeWhenHidden(true);
@@ -171,25 +165,13 @@ QString CardWindow::SentenciaInsertarCabecera(const QString& apuntes, const QStr
 void CardWindow::Form_Load() {
     Borrar();
     MaintenanceWindow::Form_Load(); // Texto: the partner's fields are shown, never edited
-    for (QWidget* w : {static_cast<QWidget*>(ui->Combobanco), static_cast<QWidget*>(ui->Combosucursal),
-                       static_cast<QWidget*>(ui->Comboformapago), static_cast<QWidget*>(ui->Comboiva),
-                       static_cast<QWidget*>(ui->Labeliva), static_cast<QWidget*>(ui->Combotienda),
-                       static_cast<QWidget*>(ui->Combocomercial)})
-        vb::SetVisible(w, false);
-    vb::SetEnabled(ui->Combotarifa, false);
+    OcultarListasDeNombres(this);
     vb::SetVisible(ui->Calendario, false);
     ui->Calendario->SetValue(vb::Date());
     vb::SetEnabled(ui->Frameficha, false);
     borrarapuntes();
 
-    Listas.Llenar();
-    if (ui->Combonif->ListCount() >= 1) {
-        Listas.CampoBusqueda = QStringLiteral("NIF");
-        ui->Combonif->SetListIndex(0);
-        vb::SetFocus(ui->Combonif);
-    } else {
-        vb::MsgBox(QStringLiteral("No hay datos disponibles"));
-    }
+    if (Listas.LlenarYMostrarPrimero()) vb::SetFocus(ui->Combonif);
 }
 
 // The years of the partner's card, with the current one; then the lists of
@@ -212,28 +194,16 @@ void CardWindow::CargarDatos() {
     }
     ui->Comboejercicioapunte->SetListIndex(elegido);
 
-    ui->Combotiendaapunte->Clear();
-    auto tiendas = BaseDatos->OpenRecordset(QStringLiteral("SELECT * FROM tienda ORDER BY nombre_tienda"));
-    while (!tiendas->Eof()) {
-        ui->Combotiendaapunte->AddItem(tiendas->Fields(QStringLiteral("codigo_tienda")).str());
-        tiendas->MoveNext();
-    }
-    if (ui->Combotiendaapunte->ListCount() >= 1) ui->Combotiendaapunte->SetListIndex(0);
-    else vb::MsgBox(QStringLiteral("No hay datos de tiendas disponibles"));
+    LlenarListaDeTabla(ui->Combotiendaapunte, QStringLiteral("SELECT * FROM tienda ORDER BY nombre_tienda"),
+                       QStringLiteral("codigo_tienda"), QStringLiteral("No hay datos de tiendas disponibles"));
 
     ui->Comboserieapunte->Clear();
     ui->Comboserieapunte->AddItem(QStringLiteral("FC"));
     ui->Comboserieapunte->SetListIndex(0);
     ui->Textfechaapunte->setText(Format(vb::Date(), kFecha));
 
-    ui->Comboformapagoapunte->Clear();
-    auto formas = BaseDatos->OpenRecordset(QStringLiteral("SELECT * FROM formapago ORDER BY codigo_formapago"));
-    while (!formas->Eof()) {
-        ui->Comboformapagoapunte->AddItem(formas->Fields(QStringLiteral("codigo_formapago")).str());
-        formas->MoveNext();
-    }
-    if (ui->Comboformapagoapunte->ListCount() >= 1) ui->Comboformapagoapunte->SetListIndex(0);
-    else vb::MsgBox(QStringLiteral("No hay datos de fromas de pago disponibles"));
+    LlenarListaDeTabla(ui->Comboformapagoapunte, QStringLiteral("SELECT * FROM formapago ORDER BY codigo_formapago"),
+                       QStringLiteral("codigo_formapago"), QStringLiteral("No hay datos de fromas de pago disponibles"));
 }
 
 // No totals, no entry, and the grid with its header row alone.
@@ -491,16 +461,25 @@ void CardWindow::Commandaceptar_Click() {
         else BaseDatos->Execute(sentencia);
     };
 
-    TransaccionFicha transaccion(*BaseDatos);
-    if (FechaCambiada(ejecutar)) {
-        transaccion.Confirmar();
-        return;
+    // Opening the transaction (the file held by another station) and its
+    // commit (a full disk) fail under the same trap as the statements: on the
+    // supplier's card one report, and nothing written.
+    const auto paso = [&](const std::function<void()>& s) {
+        if (!trap) {
+            s();
+            return true;
+        }
+        return (*trap)(s);
+    };
+    std::optional<Transaccion> transaccion;
+    if (!paso([&] { transaccion.emplace(*BaseDatos); })) return;
+    if (!FechaCambiada(ejecutar)) {
+        if (ModoVentana == Modo::Nuevo) GuardarNuevo(ejecutar);
+        else if (ModoVentana == Modo::Modificar) GuardarModificado(ejecutar);
+        else if (ModoVentana == Modo::Borrar) GuardarBorrado(ejecutar);
+        else if (ModoVentana == Modo::Consultar) Commandcancelar_Click();
     }
-    if (ModoVentana == Modo::Nuevo) GuardarNuevo(ejecutar);
-    else if (ModoVentana == Modo::Modificar) GuardarModificado(ejecutar);
-    else if (ModoVentana == Modo::Borrar) GuardarBorrado(ejecutar);
-    else if (ModoVentana == Modo::Consultar) Commandcancelar_Click();
-    transaccion.Confirmar();
+    paso([&] { transaccion->Commit(); });
 }
 
 // A date changed on the calendar is saved alone, after a question.
@@ -676,9 +655,9 @@ void CardWindow::Gridapuntes_DblClick() {
         if (vb::MsgBox(QStringLiteral("¿Desea marcar/desmarcar como cobrado el apunte?"),
                        vb::vbYesNo + vb::vbQuestion + vb::vbDefaultButton2, QStringLiteral("Pregunta")) != vb::vbYes)
             return;
-        TransaccionFicha transaccion(*BaseDatos);
+        Transaccion transaccion(*BaseDatos);
         Marcar([](const QString& sentencia) { BaseDatos->Execute(sentencia); });
-        transaccion.Confirmar();
+        transaccion.Commit();
         return;
     }
     ElegirApunte();

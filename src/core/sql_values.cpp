@@ -3,6 +3,8 @@
 #include "core/record_store.h"
 #include "runtime/vb.h"
 
+#include <QRegularExpression>
+
 namespace vel {
 
 namespace sql {
@@ -16,16 +18,30 @@ QStringList& ValoresRotos() {
     static QStringList valores;
     return valores;
 }
+// Remembers a value that breaks any statement it stands in.
+void Romper(const QString& valor) {
+    QStringList& rotos = ValoresRotos();
+    rotos.removeAll(valor);
+    rotos.append(valor);
+    if (rotos.size() > kValoresRecordados) rotos.removeFirst();
+}
 } // namespace
 
 QString Comillas(const QString& texto) {
     const QString valor = QLatin1Char('\'') + texto + QLatin1Char('\'');
-    if (texto.contains(QLatin1Char('\''))) {
-        QStringList& rotos = ValoresRotos();
-        rotos.removeAll(valor);
-        rotos.append(valor);
-        if (rotos.size() > kValoresRecordados) rotos.removeFirst();
-    }
+    if (texto.contains(QLatin1Char('\''))) Romper(valor);
+    return valor;
+}
+
+QString NumeroTalCual(const QString& texto) {
+    static const QRegularExpression numero(
+        QStringLiteral("^\\s*[-+]?(\\d+\\.?\\d*|\\.\\d+)([eE][-+]?\\d+)?\\s*$"));
+    if (texto.isEmpty() || numero.match(texto).hasMatch()) return texto;
+    // Not a number: it stands quoted with a stray apostrophe, as a value the
+    // store refuses, so that nothing it holds is read as SQL (and the same
+    // text quoted as a text elsewhere is not taken for it).
+    const QString valor = QLatin1Char('\'') + texto + QStringLiteral("''");
+    Romper(valor);
     return valor;
 }
 

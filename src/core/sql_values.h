@@ -36,13 +36,22 @@ QString Comillas(const QString& texto);
 QString ComillasMayusculas(const QString& texto);
 // A number typed in a box becomes Val of it in the statement.
 QString Numero(const QString& texto);
+// A number that stands in the statement as it is written ("00017", "2026",
+// "5.2"): a number taken from a grid cell, a list or a stored field, whose
+// text the statement keeps. A text that is not a plain number would change
+// the statement's shape ("2026 OR 1=1"): it breaks the statement as an
+// apostrophe does, and the store refuses it with the statement's syntax
+// error. An empty text stands as nothing, as it always has (the statement
+// then fails on its own syntax).
+QString NumeroTalCual(const QString& texto);
 // Val of the text, formatted with the mask.
 QString NumeroConMascara(const QString& texto, const QString& mascara);
 // The values of a positional INSERT, in order, joined by ", ".
 QString Valores(const QStringList& valores);
 
 // True when the statement holds a quoted value built above whose apostrophe
-// breaks it (the store asks before running any statement).
+// breaks it, or a number above that is none (the store asks before running
+// any statement).
 bool LlevaValorRoto(const QString& sentencia);
 
 } // namespace sql

@@ -99,6 +99,40 @@ void PartnerLists::SetVisible(bool on) {
     for (const List& l : lists_) vb::SetVisible(l.combo, on);
 }
 
+bool PartnerLists::LlenarYMostrarPrimero() {
+    Llenar();
+    if (Combonif->ListCount() < 1) {
+        vb::MsgBox(QStringLiteral("No hay datos disponibles"));
+        return false;
+    }
+    CampoBusqueda = QStringLiteral("NIF");
+    Combonif->SetListIndex(0);
+    return true;
+}
+
+namespace {
+// The lists of names over the record's boxes, by their names in the window.
+const char* const kListasDeNombres[] = {"Combobanco", "Combosucursal", "Comboformapago", "Comboiva",
+                                        "Labeliva",   "Combotienda",   "Combocomercial"};
+const char* const kListasDeBusqueda[] = {"Combonif", "Combocodigo", "Combonombrefiscal", "Combonombrecomercial"};
+} // namespace
+
+void ConservarSitioDeLasListas(QWidget* window) {
+    QList<QWidget*> listas;
+    for (const char* n : kListasDeBusqueda) listas << ControlRequerido<QWidget>(window, QString::fromLatin1(n));
+    for (const char* n : kListasDeNombres) listas << ControlRequerido<QWidget>(window, QString::fromLatin1(n));
+    for (QWidget* w : listas) {
+        QSizePolicy p = w->sizePolicy();
+        p.setRetainSizeWhenHidden(true);
+        w->setSizePolicy(p);
+    }
+}
+
+void OcultarListasDeNombres(QWidget* window) {
+    for (const char* n : kListasDeNombres) vb::SetVisible(ControlRequerido<QWidget>(window, QString::fromLatin1(n)), false);
+    vb::SetEnabled(ControlRequerido<QWidget>(window, QStringLiteral("Combotarifa")), false);
+}
+
 void PartnerLists::Llenar() {
     for (List& l : lists_) {
         l.combo->Clear();

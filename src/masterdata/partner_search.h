@@ -65,6 +65,9 @@ public:
     // A row with an empty name adds nothing to a name list; after the walk one
     // empty entry is added if any such row was met.
     void Llenar();
+    // Llenar, then the record of the first NIF shown (a search of the NIF
+    // list); an empty table says "No hay datos disponibles" and gives false.
+    bool LlenarYMostrarPrimero();
     void SetVisible(bool on);
 
     // GotFocus of a list: CampoBusqueda takes its word; the list's text is
@@ -189,5 +192,15 @@ private:
     const PartnerTable& T;
     PartnerViewOptions options_;
 };
+
+// The lists a partner's record lays over its boxes: the four search lists,
+// the lists of names of the lookups (bank, branch, payment term, VAT, store),
+// the sales agent's list and Labeliva. Each keeps its place in the window
+// while hidden, so that showing one moves nothing else.
+void ConservarSitioDeLasListas(QWidget* window);
+// A window that only shows the record (the account cards, the documents):
+// the lists of names, the sales agent's list and Labeliva hidden, the tariff
+// list off.
+void OcultarListasDeNombres(QWidget* window);
 
 } // namespace vel

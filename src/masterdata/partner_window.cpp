@@ -62,13 +62,7 @@ PartnerWindow::PartnerWindow(const PartnerWindowData& data, QWidget* parent)
 
     // A list keeps its place in the frame while it is hidden, so that showing
     // it over its box moves nothing else.
-    for (QWidget* w : QList<QWidget*>{ui->Combonif, ui->Combocodigo, ui->Combonombrefiscal, ui->Combonombrecomercial,
-                                      ui->Combobanco, ui->Combosucursal, ui->Comboformapago, ui->Comboiva,
-                                      ui->Combotienda, ui->Combocomercial, ui->Labeliva}) {
-        QSizePolicy p = w->sizePolicy();
-        p.setRetainSizeWhenHidden(true);
-        w->setSizePolicy(p);
-    }
+    ConservarSitioDeLasListas(this);
 
     // The search lists.
     const std::pair<vb::ComboBox*, const char*> busqueda[] = {{ui->Combonif, "NIF"},

@@ -5,8 +5,9 @@
 //
 // The loop runs with errors ignored (On Error Resume Next): a statement that
 // fails is passed over and the walk goes on with the next product, which
-// keeps the price it had. There is no transaction: a repeated operation
-// raises again the products that had changed. The new price is written with
+// keeps the price it had. The whole walk is one transaction: a kill half-way
+// changes no price, so running the change again raises each product once.
+// The new price is written with
 // all its digits (CStr), never rounded: 121 recalculated from 16 % to 21 %
 // VAT is stored as 126.21551724137932; only the lists round it, through
 // "0.000".

@@ -1,4 +1,5 @@
 #include "printing/letterheads.h"
+#include "runtime/app.h"
 #include "runtime/clock.h"
 #include "runtime/vb.h"
 
@@ -124,6 +125,31 @@ void imprime(vb::PrinterObject& printer, const Membrete& lineas) {
         printer.Print(l.texto);
     }
 }
+
+
+// Words joined into lines of at most `ancho` characters (a longer word stands
+// alone on its line).
+QStringList Parte(const QString& texto, int ancho) {
+    QStringList lineas;
+    QString actual;
+    for (const QString& palabra : texto.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (!actual.isEmpty() && actual.size() + 1 + palabra.size() > ancho) {
+            lineas << actual;
+            actual.clear();
+        }
+        actual += (actual.isEmpty() ? QString() : QStringLiteral(" ")) + palabra;
+    }
+    if (!actual.isEmpty()) lineas << actual;
+    return lineas;
+}
+
+QString SiHay(const QString& prefijo, const QString& valor) { return valor.isEmpty() ? QString() : prefijo + valor; }
+
+// The notice's lines fit a sheet in "Courier New" 6 with the invoice's margin
+// of three blanks: 150 characters.
+constexpr int kAnchoAviso = 150;
+// The ticket's paper takes 40 characters of "Courier New" 8.
+constexpr int kAnchoTicket = 40;
 
 } // namespace
 
@@ -252,14 +278,93 @@ std::optional<CabeceraListado> CabeceraListadoDe(const QString& ClientePrograma)
     if (ClientePrograma == QLatin1String("ORTA"))
         return CabeceraListado{QStringLiteral("      TECNOLOGIA"), QStringLiteral("      __________"),
                                QStringLiteral("         ORTA"), 35, 47};
+    if (const auto propio = MembretePropio(ClientePrograma)) return CabeceraListadoPropia(*propio);
     return std::nullopt;
 }
 
 CabeceraListado CabeceraListadoSinMembrete() { return CabeceraListado{QString(), QString(), QString(), 57, 64}; }
 
+std::optional<DatosMembrete> MembretePropio(const QString& ClientePrograma) {
+    if (BloqueDe(ClientePrograma, QDate(2000, 1, 1)) != Bloque::Ninguno) return std::nullopt;
+    return MembreteDeCarpeta(vb::AppPath());
+}
+
+// FERROBANDA's later block line for line: the register line after 20 blanks
+// (an empty line without one), two empty lines, the name in "Verdana" 12 and
+// an empty line of the same size where FERROBANDA's name takes two, the tax
+// number in 8, address and town in 10, phone and e-mail in 9. All in black: the
+// colour is set on the first line of the block, as the known blocks set theirs.
+Membrete MembreteDocumentoPropio(const DatosMembrete& d) {
+    return {
+        L(CN, 8, vb::vbBlack, SiHay(vb::Space(20), d.registro)),
+        L(CN, 8, QString()),
+        L(CN, 12, QString()),
+        L(VE, 12, QLatin1Char(' ') + d.nombre),
+        L(VE, 12, QString()),
+        L(VE, 8, QStringLiteral(" NIF: ") + d.nif),
+        L(VE, 10, SiHay(QStringLiteral(" "), d.domicilio)),
+        L(VE, 10, SiHay(QStringLiteral(" "), d.poblacion)),
+        L(VE, 9, SiHay(QStringLiteral(" Tlf. "), d.telefono)),
+        L(VE, 9, SiHay(QStringLiteral(" "), d.correo)),
+    };
+}
+
+// The same block, the register entry cut into lines of the ticket's width, as
+// FERROBANDA's is cut in two on its tickets.
+Membrete MembreteTicketPropio(const DatosMembrete& d) {
+    Membrete m = MembreteDocumentoPropio(d);
+    const QStringList registro = Parte(d.registro, kAnchoTicket);
+    if (registro.isEmpty()) return m;
+    m[0].texto = registro[0];
+    for (int i = 1; i < registro.size(); ++i) m.insert(m.begin() + i, L(CN, 8, registro[i]));
+    return m;
+}
+
+// The data-protection notice of the laws in force: the Regulation (EU)
+// 2016/679 and the Ley Orgánica 3/2018, naming the shop as the one responsible
+// and where to exercise the rights.
+QStringList AvisoLegalPropio(const DatosMembrete& d) {
+    QString donde;
+    if (!d.domicilio.isEmpty() || !d.poblacion.isEmpty()) {
+        QStringList partes;
+        if (!d.domicilio.isEmpty()) partes << d.domicilio;
+        if (!d.poblacion.isEmpty()) partes << d.poblacion;
+        donde = QStringLiteral(" por escrito en ") + partes.join(QStringLiteral(", "));
+    }
+    if (!d.correo.isEmpty()) donde += (donde.isEmpty() ? QStringLiteral(" en ") : QStringLiteral(" o en ")) + d.correo;
+    const QString texto =
+        QStringLiteral("De acuerdo con el Reglamento (UE) 2016/679, General de Protección de Datos, y la Ley Orgánica "
+                       "3/2018, de 5 de diciembre, de Protección de Datos Personales y garantía de los derechos "
+                       "digitales, le informamos de que el responsable del tratamiento de sus datos personales es ") +
+        d.nombre + QStringLiteral(" (NIF ") + d.nif +
+        QStringLiteral("), que los trata para gestionar la relación comercial y cumplir sus obligaciones legales, "
+                       "durante los plazos que estas fijan, y no los cede a terceros salvo obligación legal. Puede "
+                       "ejercer sus derechos de acceso, rectificación, supresión, oposición, limitación del "
+                       "tratamiento y portabilidad") +
+        donde +
+        QStringLiteral(", y presentar una reclamación ante la Agencia Española de Protección de Datos (www.aepd.es).");
+    return Parte(texto, kAnchoAviso);
+}
+
+// The shop's name where the known tags have theirs, a rule as long under it and
+// its town; the date of issue and the sheet number no further left than a tag
+// with no head has them, and always a blank after the name.
+CabeceraListado CabeceraListadoPropia(const DatosMembrete& d) {
+    const QString titulo = QLatin1Char(' ') + d.nombre;
+    const QString raya = QLatin1Char(' ') + QString(d.nombre.size(), QLatin1Char('_'));
+    const CabeceraListado sin = CabeceraListadoSinMembrete();
+    return CabeceraListado{titulo, raya, SiHay(QStringLiteral(" "), d.poblacion),
+                           int(std::max<qsizetype>(1, sin.sangriaFecha - titulo.size())),
+                           int(std::max<qsizetype>(1, sin.sangriaHoja - raya.size()))};
+}
+
 bool ImprimeMembrete(vb::PrinterObject& printer, const QString& ClientePrograma) {
     printer.SetFontName(CN);
     printer.SetFontSize(8);
+    if (const auto propio = MembretePropio(ClientePrograma)) {
+        imprime(printer, MembreteDocumentoPropio(*propio));
+        return true;
+    }
     const Membrete& m = MembreteDocumento(BloqueDeHoy(ClientePrograma));
     imprime(printer, m);
     return !m.empty();
@@ -268,6 +373,10 @@ bool ImprimeMembrete(vb::PrinterObject& printer, const QString& ClientePrograma)
 bool ImprimeMembreteTicket(vb::PrinterObject& printer, const QString& ClientePrograma) {
     printer.SetFontName(CN);
     printer.SetFontSize(8);
+    if (const auto propio = MembretePropio(ClientePrograma)) {
+        imprime(printer, MembreteTicketPropio(*propio));
+        return true;
+    }
     const Membrete m = MembreteTicket(BloqueDeHoy(ClientePrograma));
     imprime(printer, m);
     return !m.empty();
@@ -276,7 +385,9 @@ bool ImprimeMembreteTicket(vb::PrinterObject& printer, const QString& ClientePro
 void ImprimeAvisoLegal(vb::PrinterObject& printer, const QString& ClientePrograma, const QString& margen) {
     printer.SetFontName(CN);
     printer.SetFontSize(6);
-    for (const QString& linea : AvisoLegal(BloqueDeHoy(ClientePrograma))) printer.Print(margen + linea);
+    const auto propio = MembretePropio(ClientePrograma);
+    const QStringList aviso = propio ? AvisoLegalPropio(*propio) : AvisoLegal(BloqueDeHoy(ClientePrograma));
+    for (const QString& linea : aviso) printer.Print(margen + linea);
 }
 
 void ImprimeCuentaBancaria(vb::PrinterObject& printer, const QString& ClientePrograma) {

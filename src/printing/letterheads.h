@@ -15,7 +15,15 @@
 //
 // FERROBANDA's e-mail address is set when the program is built: the CMake
 // setting VEL_CORREO_FERROBANDA (see docs/printing.md).
+//
+// A shop under any other tag may put its own identity on paper with a
+// membrete.ini in the program folder (membrete_ini.h): its letterhead is laid
+// out as FERROBANDA's (the register line, the name in "Verdana" 12, the tax
+// number in 8, the address in 10, phone and e-mail in 9), in black, and its
+// notice cites the data-protection laws in force. Without the file such a tag
+// keeps printing no seller at all. The four known tags never read the file.
 #pragma once
+#include "printing/membrete_ini.h"
 #include "runtime/printer.h"
 #include <QDate>
 #include <QString>
@@ -55,6 +63,16 @@ QStringList AvisoLegal(Bloque bloque);
 // The bank line of the invoice, ORTA's alone ("" for the others).
 QString LineaCuentaBancaria(Bloque bloque);
 
+// The shop's own identity for a tag the program doesn't know: membrete.ini of
+// the program folder, none when the tag is a known one or the file isn't
+// there. A bad file raises runtime error 5 (MembreteNoValido).
+std::optional<DatosMembrete> MembretePropio(const QString& ClientePrograma);
+// The blocks of that identity: the document's letterhead, the ticket's (the
+// register line cut for the narrow paper) and the notice.
+Membrete MembreteDocumentoPropio(const DatosMembrete& d);
+Membrete MembreteTicketPropio(const DatosMembrete& d);
+QStringList AvisoLegalPropio(const DatosMembrete& d);
+
 // The first lines of an account listing's page head.
 struct CabeceraListado {
     QString titulo;      // line 1
@@ -67,6 +85,9 @@ std::optional<CabeceraListado> CabeceraListadoDe(const QString& ClientePrograma)
 // A tag with no head: no title, rule or place, the date and the sheet number
 // further right (57 and 64 blanks).
 CabeceraListado CabeceraListadoSinMembrete();
+// The head of membrete.ini's shop: its name, a rule as long, its town; the date
+// and sheet number where a tag with no head has them.
+CabeceraListado CabeceraListadoPropia(const DatosMembrete& d);
 
 // Printing. Each starts by setting the font every letterhead starts from before the tag is
 // looked at, so that a tag with no block leaves that font in force.

@@ -1,4 +1,5 @@
 #include "printing/print_job.h"
+#include "printing/membrete_ini.h"
 #include "runtime/errors.h"
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
@@ -54,12 +55,32 @@ bool RunPrintJob(const PrintJobSteps& steps) {
     if (Err().Number == 0) {
         printed = true;
         next([&] { printer.SetScaleMode(4); });
+        // A bad membrete.ini is not passed over: the document is given up and
+        // the error goes on to the window's event, whose runtime message tells
+        // what is wrong with the file.
+        std::exception_ptr membrete;
         for (const auto& procedure : steps.procedures) {
-            next(procedure);
+            next([&] {
+                try {
+                    procedure();
+                } catch (const vel::letterheads::MembreteNoValido&) {
+                    membrete = std::current_exception();
+                    throw;
+                }
+            });
+            if (membrete) {
+                printer.KillDoc();
+                printer.ForgetChosenFile();
+                Err().Clear();
+                std::rethrow_exception(membrete);
+            }
             DoEvents();
         }
         next([&] { printer.EndDoc(); });
     }
+    // The file of this job's dialog is this job's alone, even when it printed
+    // nothing on it.
+    printer.ForgetChosenFile();
     Err().Clear();
     return printed;
 }

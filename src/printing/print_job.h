@@ -21,6 +21,10 @@
 //  7. the error is cleared; App.Title is put back whatever happened.
 // A cancelled dialog, or a system with no printer at all, prints nothing and
 // shows nothing.
+// A file chosen in the dialog is this job's alone: it is forgotten at the end,
+// so a later document without a dialog never goes over it. A bad membrete.ini
+// is the one error not passed over: the document is given up (KillDoc) and the
+// error goes on to the window's event, whose runtime message names the fault.
 #pragma once
 #include "runtime/common_dialog.h"
 #include "runtime/printer.h"

@@ -9,8 +9,6 @@
 
 namespace vb {
 
-PrintEnvironment& RealPrintEnvironment(); // printer_devices.cpp
-
 namespace {
 // Twips per unit of each ScaleMode (3, pixels, as a 600 dpi printer's dots).
 double twipsPerUnit(int mode, bool vertical) {
@@ -205,6 +203,13 @@ void PrinterObject::SetDestination(const PrintDestination& destination) {
     destinationSet_ = true;
 }
 
+void PrinterObject::ForgetChosenFile() {
+    if (destinationSet_ && destination_.kind == PrintDestination::Kind::File && !destination_.file.isEmpty()) {
+        destinationSet_ = false;
+        destination_ = PrintDestination();
+    }
+}
+
 QString PrinterObject::DeviceName() const { return Destination().name(); }
 
 PrinterBackend& PrinterObject::document() {
@@ -257,6 +262,7 @@ void PrinterObject::NewPage() {
 
 void PrinterObject::closeDocument() {
     backend_.reset();
+    ForgetChosenFile();
     paper_ = Paper::Sheet;
     openedBy_ = nullptr;
     page_ = 1;
@@ -264,14 +270,14 @@ void PrinterObject::closeDocument() {
 }
 
 void PrinterObject::EndDoc() {
-    if (!backend_) return;
+    if (!backend_) return ForgetChosenFile();
     std::unique_ptr<PrinterBackend> doc = std::move(backend_);
     closeDocument();
     doc->endDoc();
 }
 
 void PrinterObject::KillDoc() {
-    if (!backend_) return;
+    if (!backend_) return ForgetChosenFile();
     backend_->abort();
     closeDocument();
 }

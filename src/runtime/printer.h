@@ -137,6 +137,8 @@ public:
 // Printer. nullptr gives back the real one (CUPS printers, PDF files).
 void SetPrintEnvironment(PrintEnvironment* environment);
 PrintEnvironment& CurrentPrintEnvironment();
+// The real one, whatever is installed (a test may wrap it).
+PrintEnvironment& RealPrintEnvironment();
 
 // The family a font name of the program is drawn with on this system: "Courier
 // New" is drawn with Liberation Mono (same widths, fixed pitch), "Verdana" with
@@ -235,8 +237,13 @@ public:
     void SetPaperKind(Paper paper);
 
     // The printer the next document goes to (what the print dialog chose). An
-    // unset destination stands for the environment's default printer.
+    // unset destination stands for the environment's default printer. A named
+    // file holds for one document only: its EndDoc or KillDoc (or
+    // ForgetChosenFile, for a job that opened none) forgets it, so the next
+    // document without a dialog of its own (the ticket) goes to the default
+    // printer, or to a new file, and never over the file of another job.
     void SetDestination(const PrintDestination& destination);
+    void ForgetChosenFile();
     PrintDestination Destination() const;
     bool DocumentOpen() const { return backend_ != nullptr; }
     // The environment the open document went to (nullptr with none open).

@@ -15,6 +15,7 @@
 #include <QPrinterInfo>
 #include <functional>
 #include <map>
+#include <vector>
 
 namespace vb {
 
@@ -47,39 +48,94 @@ QColor colorOf(long color) {
 
 // One painted document, on a PDF file or on a system printer: the device is
 // set up before, and drawn on with a painter whose unit is the twip.
+//
+// Fit to page. The layouts are composed for a sheet as wide as 81 columns of
+// 12-point "Courier New" (11,664 twips), wider than the printable part of an A4
+// sheet on most office printers (11,425 twips with a border of 12 points). A
+// document is therefore kept, operation by operation, until its EndDoc; then,
+// when what it drew reaches past the printable width, every page is drawn
+// scaled down by one factor, the printable width over the widest extent, as a
+// printer driver's "fit to page" does. The composition itself (the lines,
+// their places, the page breaks) is the Printer's and does not change: only the
+// drawing on the device is smaller. The extent of a text is that of its ink:
+// trailing blanks draw nothing and do not count.
 class PaintedDocument : public PrinterBackend {
 public:
     // onAbort: what the device does when the document is given up (a printer
     // cancels its job), before the painter ends.
     PaintedDocument(std::unique_ptr<QPagedPaintDevice> device, double dotsPerInch,
                     std::function<void()> onAbort = {})
-        : device_(std::move(device)), onAbort_(std::move(onAbort)) {
+        : device_(std::move(device)), dotsPerInch_(dotsPerInch), onAbort_(std::move(onAbort)) {
         if (!painter_.begin(device_.get())) Raise(482, QStringLiteral("Error de impresora"));
-        painter_.scale(dotsPerInch / kTwipsPerInch, dotsPerInch / kTwipsPerInch);
         painter_.setRenderHint(QPainter::TextAntialiasing);
     }
     void text(double x, double y, const QString& text, const PrintFont& font, long color) override {
+        ops_.push_back(Op{Op::Text, x, y, 0, 0, color, text, font});
         const PrintFace& f = FaceOf(font);
-        painter_.setFont(f.font);
-        painter_.setPen(colorOf(color));
-        painter_.drawText(QPointF(x, y + f.baseline), text);
+        qsizetype n = text.size();
+        while (n > 0 && text.at(n - 1).isSpace()) --n;
+        if (n > 0) extend(x + QFontMetricsF(f.font).horizontalAdvance(text.left(n)));
     }
     void line(double x1, double y1, double x2, double y2, long color) override {
-        painter_.setPen(QPen(colorOf(color), kTwipsPerPoint / 2)); // half a point
-        painter_.drawLine(QPointF(x1, y1), QPointF(x2, y2));
+        ops_.push_back(Op{Op::Line, x1, y1, x2, y2, color, {}, {}});
+        extend(std::max(x1, x2));
     }
-    void newPage(bool) override { device_->newPage(); }
-    void endDoc() override { painter_.end(); }
+    void newPage(bool) override { ops_.push_back(Op{Op::Page, 0, 0, 0, 0, 0, {}, {}}); }
+    void endDoc() override {
+        draw();
+        painter_.end();
+    }
     void abort() override {
         if (onAbort_) onAbort_();
         painter_.end();
     }
 
+    // The printable width of the device, in twips.
+    double printableWidth() const { return device_->width() * kTwipsPerInch / dotsPerInch_; }
+    // The factor the pages are drawn at: 1 when the composition fits.
+    double fitScale() const {
+        const double width = printableWidth();
+        return widest_ > width && widest_ > 0 ? width / widest_ : 1.0;
+    }
+
 private:
+    struct Op {
+        enum Kind { Text, Line, Page } kind;
+        double x1, y1, x2, y2;
+        long color;
+        QString text;
+        PrintFont font;
+    };
+    void extend(double x) { widest_ = std::max(widest_, x); }
+    void draw() {
+        const double k = dotsPerInch_ / kTwipsPerInch * fitScale();
+        painter_.scale(k, k);
+        for (const Op& op : ops_) {
+            switch (op.kind) {
+            case Op::Text: {
+                const PrintFace& f = FaceOf(op.font);
+                painter_.setFont(f.font);
+                painter_.setPen(colorOf(op.color));
+                painter_.drawText(QPointF(op.x1, op.y1 + f.baseline), op.text);
+                break;
+            }
+            case Op::Line:
+                painter_.setPen(QPen(colorOf(op.color), kTwipsPerPoint / 2)); // half a point
+                painter_.drawLine(QPointF(op.x1, op.y1), QPointF(op.x2, op.y2));
+                break;
+            case Op::Page: device_->newPage(); break;
+            }
+        }
+        ops_.clear();
+    }
+
     // Declared first, destroyed last: the painter ends before its device goes.
     std::unique_ptr<QPagedPaintDevice> device_;
+    double dotsPerInch_;
     std::function<void()> onAbort_;
     QPainter painter_;
+    std::vector<Op> ops_;
+    double widest_ = 0;
 };
 
 std::unique_ptr<PrinterBackend> openPdf(const QString& file, const JobSettings& job) {

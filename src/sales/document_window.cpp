@@ -1,6 +1,7 @@
 #include "sales/document_window.h"
 
 #include "core/key_filters.h"
+#include "core/combo_fill.h"
 #include "core/record_store.h"
 #include "core/series.h"
 #include "core/session.h"
@@ -130,21 +131,11 @@ void DocumentWindow::Form_Load() {
         lista->Clear();
     OcultarCalendario();
 
-    for (QWidget* w : {static_cast<QWidget*>(ui->Combobanco), static_cast<QWidget*>(ui->Combosucursal),
-                       static_cast<QWidget*>(ui->Comboformapago), static_cast<QWidget*>(ui->Comboiva),
-                       static_cast<QWidget*>(ui->Labeliva), static_cast<QWidget*>(ui->Combotienda),
-                       static_cast<QWidget*>(ui->Combocomercial)})
-        vb::SetVisible(w, false);
-    vb::SetEnabled(ui->Combotarifa, false);
+    OcultarListasDeNombres(this);
     vb::SetEnabled(ui->Frame1, false);
     ui->Calendario->SetValue(vb::Date());
 
-    Listas->Llenar();
-    if (ui->Combonif->ListCount() >= 1) {
-        Listas->CampoBusqueda = QStringLiteral("NIF");
-        ui->Combonif->SetListIndex(0);
-    } else {
-        vb::MsgBox(QStringLiteral("No hay datos disponibles"));
+    if (!Listas->LlenarYMostrarPrimero()) {
         Commandcancelar_Click();
         return;
     }
@@ -258,14 +249,8 @@ void DocumentWindow::SeguirAlContador() {
 }
 
 void DocumentWindow::LlenarFormasDePago() {
-    ui->Comboformapagofactura->Clear();
-    auto rs = BaseDatos->OpenRecordset(QStringLiteral("SELECT * FROM formapago ORDER BY codigo_formapago"));
-    while (!rs->Eof()) {
-        ui->Comboformapagofactura->AddItem(rs->Fields(QStringLiteral("codigo_formapago")).str());
-        rs->MoveNext();
-    }
-    if (ui->Comboformapagofactura->ListCount() >= 1) ui->Comboformapagofactura->SetListIndex(0);
-    else vb::MsgBox(QStringLiteral("No hay datos de formas de pago disponibles"));
+    LlenarListaDeTabla(ui->Comboformapagofactura, QStringLiteral("SELECT * FROM formapago ORDER BY codigo_formapago"),
+                       QStringLiteral("codigo_formapago"), QStringLiteral("No hay datos de formas de pago disponibles"));
 }
 
 // Modificar, Borrar and Consultar open the customer's documents the same way:

@@ -132,7 +132,7 @@ QString FormControlAlbaran::LeerConfiguracion() {
 }
 
 void FormControlAlbaran::BuscarCodigoTienda(const QString& nombre) {
-    auto rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = '" + nombre + "'");
+    auto rs = BaseDatos->OpenRecordset("SELECT codigo_tienda FROM tienda WHERE nombre_tienda = " + sql::Comillas(nombre));
     if (rs->Eof()) {
         vb::MsgBox(QStringLiteral("No se encuentra la tienda. Se asigna la 1"));
         Tienda_ = QStringLiteral("1");
@@ -309,12 +309,7 @@ void FormControlAlbaran::CommandEnviar_Click() {
         for (int fila = 1; fila < g->Rows(); ++fila) {
             const ClaveNota c = ClaveFila(fila);
             auto rs = BaseDatos->OpenRecordset(SentenciaCabeceraNota(c));
-            BaseDatos->Execute(QStringLiteral("UPDATE cabecera_albaran_venta") +
-                               " SET estado_cabecera_albaran_venta = 'E'" +
-                               " WHERE tienda_cabecera_albaran_venta = " + c.tienda +
-                               " AND serie_cabecera_albaran_venta = '" + c.serie + "'" +
-                               " AND ejercicio_cabecera_albaran_venta = " + c.ejercicio +
-                               " AND numero_cabecera_albaran_venta = " + c.numero);
+            BaseDatos->Execute(SentenciaMarcarEnviada(c));
         }
     }
     intercambio::EmpaquetarPedido(carpeta);
@@ -381,20 +376,17 @@ void FormControlAlbaran::GuardarRecibidos(const QByteArray& pedidoC, const QByte
                    vb::vbExclamation, kRecibir);
         return;
     }
+    using namespace control_albaranes;
     Transaccion t(*BaseDatos);
     for (const auto& nota : r.notas) {
         BaseDatos->Execute(nota.sentencia);
         // The counter of the sending store follows the number just read, up or down.
-        auto rs = BaseDatos->OpenRecordset(QStringLiteral("SELECT * FROM series ") + "WHERE tipo_series = 'VN' " +
-                                           "AND tienda_series = " + nota.tienda + " " + "AND serie_series = '" +
-                                           nota.serie + "' " + "AND ejercicio_series = " + nota.ejercicio);
+        const ClaveNota clave{nota.tienda, nota.serie, nota.ejercicio, nota.numero};
+        auto rs = BaseDatos->OpenRecordset(SentenciaContadorRecibido(clave));
         if (rs->Eof())
-            BaseDatos->Execute(QStringLiteral("INSERT INTO series VALUES ('") + "VN" + "', " + nota.ejercicio + ", " +
-                               nota.tienda + ", '" + "AV', " + nota.numero + ")");
+            BaseDatos->Execute(SentenciaNuevoContadorRecibido(clave));
         else
-            BaseDatos->Execute(QStringLiteral("UPDATE series SET contador_series = ") + nota.numero + " WHERE " +
-                               "tipo_series = '" + "VN" + "' AND " + "ejercicio_series = " + nota.ejercicio + " AND " +
-                               "tienda_series = " + nota.tienda + " AND " + "serie_series = 'AV'");
+            BaseDatos->Execute(SentenciaMoverContadorRecibido(clave));
     }
     for (const QString& linea : r.lineas) BaseDatos->Execute(linea);
 }

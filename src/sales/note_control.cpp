@@ -23,20 +23,24 @@ QString L(const Recordset& rs, const char* campo) {
 QString DosCifras(const QString& valor) { return sql::NumeroConMascara(valor, sql::kMascaraDosCifras); }
 const QString kVacio = QStringLiteral("''");
 
+// The note's key as the grid shows it: numbers as they stand ("00017"), the
+// series quoted.
 QString Claves(const ClaveNota& clave, const QString& sufijo) {
-    return "tienda" + sufijo + " = " + clave.tienda + " AND " + "serie" + sufijo + " = '" + clave.serie + "' AND " +
-           "ejercicio" + sufijo + " = " + clave.ejercicio + " AND " + "numero" + sufijo + " = " + clave.numero;
+    return "tienda" + sufijo + " = " + sql::NumeroTalCual(clave.tienda) + " AND " + "serie" + sufijo + " = " +
+           sql::Comillas(clave.serie) + " AND " + "ejercicio" + sufijo + " = " + sql::NumeroTalCual(clave.ejercicio) +
+           " AND " + "numero" + sufijo + " = " + sql::NumeroTalCual(clave.numero);
 }
+QString N(const QString& numero) { return sql::NumeroTalCual(numero); }
 
 } // namespace
 
 QString SentenciaBuscar(const QString& tienda, const QString& ejercicio, const QString& estado) {
-    QString s = "SELECT * FROM cabecera_albaran_venta WHERE " + ("tienda_cabecera_albaran_venta = " + tienda) +
-                (" AND ejercicio_cabecera_albaran_venta = " + ejercicio);
+    QString s = "SELECT * FROM cabecera_albaran_venta WHERE " + ("tienda_cabecera_albaran_venta = " + N(tienda)) +
+                (" AND ejercicio_cabecera_albaran_venta = " + N(ejercicio));
     if (estado == QLatin1String("*"))
         s += QStringLiteral(" AND estado_cabecera_albaran_venta <> '' ");
     else
-        s += " AND estado_cabecera_albaran_venta = '" + estado + "' ";
+        s += " AND estado_cabecera_albaran_venta = " + sql::Comillas(estado) + " ";
     return s + QStringLiteral("ORDER BY numero_cabecera_albaran_venta");
 }
 
@@ -50,17 +54,17 @@ QString SentenciaLineasNota(const ClaveNota& clave) {
 
 QString SentenciaContadorFacturas(const QString& ejercicio) {
     return QStringLiteral("SELECT * FROM series WHERE ") + "tipo_series = 'VN' AND " + "tienda_series = 0 AND " +
-           "serie_series = 'FD' AND " + "ejercicio_series = " + ejercicio;
+           "serie_series = 'FD' AND " + "ejercicio_series = " + N(ejercicio);
 }
 
 QString SentenciaNuevoContadorFacturas(const QString& ejercicio) {
-    return QStringLiteral("INSERT INTO series VALUES ('") + "VN" + "', " + ejercicio + ", " + "0" + ", '" + "VN" +
+    return QStringLiteral("INSERT INTO series VALUES ('") + "VN" + "', " + N(ejercicio) + ", " + "0" + ", '" + "VN" +
            "', " + "1" + ")";
 }
 
 QString SentenciaSubirContadorFacturas(const QString& ejercicio, long numero) {
     return QStringLiteral("UPDATE series SET") + " contador_series = " + QString::number(numero) +
-           " WHERE tipo_series = 'VN'" + " AND ejercicio_series = " + ejercicio + " AND tienda_series = 0" +
+           " WHERE tipo_series = 'VN'" + " AND ejercicio_series = " + N(ejercicio) + " AND tienda_series = 0" +
            " AND serie_series = 'FD'";
 }
 
@@ -69,7 +73,7 @@ QString SentenciaFacturaCabecera(const Recordset& nota, const ClaveNota& clave, 
     QStringList v;
     v << DosCifras(C(nota, "tienda"))                                            // 1
       << QStringLiteral("'VD'")                                                  // 2
-      << C(nota, "ejercicio")                                                    // 3
+      << N(C(nota, "ejercicio"))                                                 // 3
       << M                                                                       // 4
       << sql::Comillas(C(nota, "fecha"))                                         // 5
       << DosCifras(C(nota, "operador"))                                          // 6
@@ -81,16 +85,16 @@ QString SentenciaFacturaCabecera(const Recordset& nota, const ClaveNota& clave, 
     for (const char* c : {"nif", "nombre_fiscal", "domicilio", "poblacion", "codigo_postal", "provincia",
                           "nacionalidad", "forma_pago"})
         v << sql::Comillas(C(nota, c));                                          // 12 to 19
-    v << C(nota, "recibos");                                                     // 20
+    v << N(C(nota, "recibos"));                                                  // 20
     for (const char* c : {"banco", "sucursal", "digito_control", "numero_cuenta"})
         v << sql::Comillas(C(nota, c));                                          // 21 to 24
-    v << C(nota, "pedido");                                                      // 25
+    v << N(C(nota, "pedido"));                                                   // 25
     for (int i = 0; i < 6; ++i) v << kVacio;                                     // 26 to 31
     v << QStringLiteral("0") << QStringLiteral("0")                              // 32, 33
       << sql::Comillas(C(nota, "total_bruto")) << sql::Comillas(C(nota, "descuento")) // 34, 35
       << QStringLiteral("'0'")                                                   // 36
       << kVacio                                                                  // 37
-      << C(nota, "iva") << C(nota, "recargo") << C(nota, "retencion")            // 38 to 40
+      << N(C(nota, "iva")) << N(C(nota, "recargo")) << N(C(nota, "retencion"))   // 38 to 40
       << QStringLiteral("'0'")                                                   // 41
       << sql::Comillas(C(nota, "iban"));                                         // 42
     return "INSERT INTO cabecera_factura_venta VALUES (" + sql::Valores(v) + ")";
@@ -101,20 +105,20 @@ QString SentenciaFacturaLinea(const Recordset& linea, const ClaveNota& clave, lo
     QStringList v;
     v << DosCifras(L(linea, "tienda"))                                           // 1
       << QStringLiteral("'VD'")                                                  // 2
-      << L(linea, "ejercicio")                                                   // 3
+      << N(L(linea, "ejercicio"))                                                // 3
       << QString::number(numeroFactura)                                          // 4
       << kVacio                                                                  // 5
       << sql::Comillas(L(linea, "referencia")) << sql::Comillas(L(linea, "descripcion")) // 6, 7
-      << L(linea, "unidades")                                                    // 8
-      << (pvp.isNull() ? QStringLiteral("0") : pvp.str())                        // 9
+      << N(L(linea, "unidades"))                                                 // 8
+      << (pvp.isNull() ? QStringLiteral("0") : N(pvp.str()))                     // 9
       << kVacio << kVacio                                                        // 10, 11
-      << L(linea, "importe") << L(linea, "descuento") << L(linea, "descuento_cliente")
-      << L(linea, "neto")                                                        // 12 to 15
+      << N(L(linea, "importe")) << N(L(linea, "descuento")) << N(L(linea, "descuento_cliente"))
+      << N(L(linea, "neto"))                                                     // 12 to 15
       << QStringLiteral("'1'")                                                   // 16
       << QStringLiteral("0") << QStringLiteral("0");                             // 17, 18
     for (const char* c : {"division", "gran_familia", "familia", "articulo"})
         v << sql::Comillas(L(linea, c));                                         // 19 to 22
-    v << clave.numero                                                            // 23
+    v << N(clave.numero)                                                         // 23
       << vb::Format(1.0, sql::kMascaraDosCifras)                                 // 24
       << QStringLiteral("'1'")                                                   // 25
       << kVacio;                                                                 // 26
@@ -132,11 +136,31 @@ QString SentenciaFacturaLinea(const Recordset& linea, const ClaveNota& clave, lo
 // "0"), so the statement stands as it is; the tests check the row.
 QString SentenciaMarcarFacturada(const ClaveNota& clave, long numeroFactura) {
     return QStringLiteral("UPDATE cabecera_albaran_venta") + " SET estado_cabecera_albaran_venta = 'F'" +
-           " AND documento_origen_cabecera_albaran_venta = '" + clave.tienda + "/" +
-           vb::Format(static_cast<double>(numeroFactura), kMascaraNumero) + "'" +
-           " WHERE tienda_cabecera_albaran_venta = " + clave.tienda + " AND serie_cabecera_albaran_venta = '" +
-           clave.serie + "'" + " AND ejercicio_cabecera_albaran_venta = " + clave.ejercicio +
-           " AND numero_cabecera_albaran_venta = " + clave.numero;
+           " AND documento_origen_cabecera_albaran_venta = " +
+           sql::Comillas(clave.tienda + "/" + vb::Format(static_cast<double>(numeroFactura), kMascaraNumero)) +
+           " WHERE " + Claves(clave, QStringLiteral("_cabecera_albaran_venta"));
+}
+
+QString SentenciaMarcarEnviada(const ClaveNota& clave) {
+    return QStringLiteral("UPDATE cabecera_albaran_venta") + " SET estado_cabecera_albaran_venta = 'E'" + " WHERE " +
+           Claves(clave, QStringLiteral("_cabecera_albaran_venta"));
+}
+
+QString SentenciaContadorRecibido(const ClaveNota& nota) {
+    return QStringLiteral("SELECT * FROM series ") + "WHERE tipo_series = 'VN' " + "AND tienda_series = " +
+           N(nota.tienda) + " " + "AND serie_series = " + sql::Comillas(nota.serie) + " " + "AND ejercicio_series = " +
+           N(nota.ejercicio);
+}
+
+QString SentenciaNuevoContadorRecibido(const ClaveNota& nota) {
+    return QStringLiteral("INSERT INTO series VALUES ('") + "VN" + "', " + N(nota.ejercicio) + ", " + N(nota.tienda) +
+           ", '" + "AV', " + N(nota.numero) + ")";
+}
+
+QString SentenciaMoverContadorRecibido(const ClaveNota& nota) {
+    return QStringLiteral("UPDATE series SET contador_series = ") + N(nota.numero) + " WHERE " + "tipo_series = '" +
+           "VN" + "' AND " + "ejercicio_series = " + N(nota.ejercicio) + " AND " + "tienda_series = " +
+           N(nota.tienda) + " AND " + "serie_series = 'AV'";
 }
 
 } // namespace vel::control_albaranes

@@ -42,6 +42,14 @@ QString SentenciaFacturaCabecera(const Recordset& nota, const ClaveNota& clave, 
 QString SentenciaFacturaLinea(const Recordset& linea, const ClaveNota& clave, long numeroFactura);
 // The note marked as invoiced.
 QString SentenciaMarcarFacturada(const ClaveNota& clave, long numeroFactura);
+// A sent note's mark: its state "E".
+QString SentenciaMarcarEnviada(const ClaveNota& clave);
+
+// The counter of a received note's store, year and series: looked up, made
+// with the note's number ('AV'), or moved to it, up or down.
+QString SentenciaContadorRecibido(const ClaveNota& nota);
+QString SentenciaNuevoContadorRecibido(const ClaveNota& nota);
+QString SentenciaMoverContadorRecibido(const ClaveNota& nota);
 
 } // namespace control_albaranes
 } // namespace vel

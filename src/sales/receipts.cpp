@@ -1,4 +1,5 @@
 #include "sales/receipts.h"
+#include "printing/letterheads.h"
 #include "printing/line_cut.h"
 #include "runtime/vb.h"
 #include <QStringDecoder>
@@ -59,10 +60,18 @@ QStringList LineasReciboAlbaran(const print_layout::Documento& d) {
     };
 }
 
+QStringList LineasEmisor(const letterheads::DatosMembrete& m) {
+    return {QStringLiteral("EMISOR: ") + m.nombre, QStringLiteral("NIF: ") + m.nif, m.domicilio, m.poblacion};
+}
+
 void ReciboAlbaran(vb::PrinterObject& printer, const print_layout::Documento& d) {
     printer.SetFontName(QStringLiteral("Courier New"));
     printer.SetFontSize(12);
+    const auto emisor = letterheads::MembretePropio(d.ClientePrograma);
     for (const QString& linea : LineasReciboAlbaran(d)) printer.Print(linea);
+    if (!emisor) return;
+    printer.Print();
+    for (const QString& linea : LineasEmisor(*emisor)) printer.Print(linea.isEmpty() ? linea : Space(13) + linea);
 }
 
 // The invoice's receipt. The scale is set after ScaleMode 6, so that the
@@ -110,7 +119,16 @@ void ReciboFactura(vb::PrinterObject& printer, const print_layout::Documento& d)
     printer.SetScaleWidth(210);
     printer.SetScaleHeight(297);
     for (const Trazo& t : CajasReciboFactura()) printer.Line(t.x1, t.y1, t.x2, t.y2);
-    for (const Campo& c : CamposReciboFactura(d)) {
+    const auto emisor = letterheads::MembretePropio(d.ClientePrograma);
+    std::vector<Campo> campos = CamposReciboFactura(d);
+    if (emisor) {
+        double y = 97;
+        for (const QString& linea : LineasEmisor(*emisor)) {
+            campos.push_back({36, y, linea});
+            y += 4;
+        }
+    }
+    for (const Campo& c : campos) {
         printer.SetCurrentX(c.x);
         printer.SetCurrentY(c.y);
         printer.Print(c.texto);

@@ -7,6 +7,7 @@
 // invoice's is drawn on an A4 sheet in millimetres: boxes of Line, and each
 // field printed at its place.
 #pragma once
+#include "printing/membrete_ini.h"
 #include "runtime/printer.h"
 #include "sales/print_layout.h"
 #include <QStringList>
@@ -19,9 +20,16 @@ QString Raya();
 // Space(13) and 59 dashes.
 QString ReglaRecibo();
 
+// A shop whose identity comes from membrete.ini (letterheads.h) is named on its
+// receipts too, under the debtor's box: "EMISOR: " and the name, "NIF: " and
+// the tax number, the address, the postal code and town. No receipt of the
+// four known tags carries its issuer, and none changes.
+QStringList LineasEmisor(const letterheads::DatosMembrete& m);
+
 // The 19 lines of the delivery note's receipt.
 QStringList LineasReciboAlbaran(const print_layout::Documento& d);
-// The delivery note's recibo: "Courier New" 12 and its 19 lines.
+// The delivery note's recibo: "Courier New" 12 and its 19 lines; with a
+// membrete.ini, an empty line and the issuer's lines after 13 blanks.
 void ReciboAlbaran(vb::PrinterObject& printer, const print_layout::Documento& d);
 
 // A stroke of the invoice's receipt, (x1,y1)-(x2,y2) in millimetres.
@@ -39,7 +47,8 @@ const std::vector<Trazo>& CajasReciboFactura();
 // The titles and the fields, in the order they are printed.
 std::vector<Campo> CamposReciboFactura(const print_layout::Documento& d);
 // The invoice's recibo: "Courier New" 12, ScaleMode 6 with a scale of 210 by
-// 297, the boxes in the default colour, then the fields.
+// 297, the boxes in the default colour, then the fields; with a membrete.ini,
+// the issuer's lines at x 36 from y 97, 4 mm apart.
 //
 //   void FormFacturaVenta::Commandrecibos_Click() {
 //       vb::RunPrintJob({.dialog = CommonDialog1, .calendar = Calendario,

@@ -9,6 +9,7 @@
 #include "runtime/app.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "support/message_boxes.h"
 
 #include <QApplication>
 #include <QFile>
@@ -18,20 +19,10 @@
 
 namespace {
 
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
-
 class DamagedStart : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    Boxes boxes;
+    veltest::RecordedBoxes boxes;
     void SetUp() override {
         vel::SetUpApplication(*qApp);
         vb::SetAppPath(dir.path());

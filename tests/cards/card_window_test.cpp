@@ -13,7 +13,7 @@
 #include "runtime/flexgrid.h"
 #include "runtime/msgbox.h"
 #include "support/positional_insert.h"
-#include "support/message_boxes.h"
+#include "support/shop_folder.h"
 #include "support/widgets.h"
 
 #include <QApplication>
@@ -41,35 +41,16 @@ const char* kProveedor =
 
 class Cards : public ::testing::Test {
 protected:
-    QTemporaryDir dir;
-    veltest::RecordedBoxes boxes{veltest::YesToQuestions};
-    bool ended = false;
+    veltest::ShopFolder shop{QDateTime(QDate(2026, 1, 15), QTime(10, 0))};
+    bool& ended = shop.ended;
     std::unique_ptr<vel::CardWindow> w;
 
     void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        vb::SetAppPath(dir.path());
-        vb::SetMessageBoxService(&boxes);
-        vb::ResetEnded();
-        vb::SetEndHandler([this] { ended = true; });
-        vb::clock::pin(QDateTime(QDate(2026, 1, 15), QTime(10, 0)));
-        const QString path = dir.filePath(QStringLiteral("datos.mdb"));
-        vel::schema::CreateEmptyDatabase(path);
-        vel::BaseDatos = vel::Database::OpenDatabase(path).release();
-        vel::BaseDatos->Execute(QString::fromUtf8(kCliente));
-        vel::BaseDatos->Execute(QString::fromUtf8(kProveedor));
-        vel::BaseDatos->Execute(QStringLiteral(
-            "INSERT INTO formapago VALUES ('3060', '30 Y 60 DIAS', 2, 30, 60, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)"));
+        shop.Execute(kCliente);
+        shop.Execute(kProveedor);
+        shop.Execute("INSERT INTO formapago VALUES ('3060', '30 Y 60 DIAS', 2, 30, 60, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)");
     }
-    void TearDown() override {
-        w.reset();
-        delete vel::BaseDatos;
-        vel::BaseDatos = nullptr;
-        vb::SetMessageBoxService(nullptr);
-        vb::SetEndHandler(nullptr);
-        vb::ResetEnded();
-        vb::clock::unpin();
-    }
+    void TearDown() override { w.reset(); }
     void open(vel::CardWindow* window) {
         w.reset(window);
         w->show();

@@ -29,6 +29,22 @@ TEST(SqlValues, ANumberTypedInABoxBecomesValOfIt) {
     EXPECT_EQ(vel::sql::Numero(" 7"), "7");
 }
 
+TEST(SqlValues, ANumberFromAGridStandsAsWritten) {
+    EXPECT_EQ(vel::sql::NumeroTalCual("00017"), "00017");
+    EXPECT_EQ(vel::sql::NumeroTalCual("2026"), "2026");
+    EXPECT_EQ(vel::sql::NumeroTalCual("5.2"), "5.2");
+    EXPECT_EQ(vel::sql::NumeroTalCual("-3"), "-3");
+    EXPECT_EQ(vel::sql::NumeroTalCual(""), "");
+    // What is no plain number never stands bare: the statement holding it is
+    // one the store refuses.
+    for (const char* hostil : {"2026 OR 1=1", "17) OR (1=1", "1; DELETE FROM series", "12A", "1 --"}) {
+        const QString valor = vel::sql::NumeroTalCual(QString::fromLatin1(hostil));
+        EXPECT_NE(valor, QString::fromLatin1(hostil));
+        EXPECT_TRUE(vel::sql::LlevaValorRoto("SELECT * FROM series WHERE ejercicio_series = " + valor)) << hostil;
+    }
+    EXPECT_FALSE(vel::sql::LlevaValorRoto("SELECT * FROM series WHERE ejercicio_series = 2026"));
+}
+
 TEST(SqlValues, MaskedNumbersGoThroughValAndFormat) {
     EXPECT_EQ(vel::sql::NumeroConMascara("7", vel::sql::kMascaraDosCifras), "07");
     EXPECT_EQ(vel::sql::NumeroConMascara("1", vel::sql::kMascaraCuatroCifras), "0001");

@@ -5,6 +5,7 @@
 
 #include "runtime/environment.h"
 #include "runtime/msgbox.h"
+#include "support/message_boxes.h"
 
 #include <sqlite3.h>
 
@@ -13,16 +14,6 @@ using veltest::ErrorOf;
 using veltest::ShopDatabase;
 
 namespace {
-
-class Boxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString&, const QString& text, int) override {
-        shown << text;
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
 
 class Transactions : public ShopDatabase {
 protected:
@@ -156,7 +147,7 @@ TEST_F(Transactions, AFullDiskGivesOneErrorAtTheCommitAndChangesNothing) {
 }
 
 TEST_F(Transactions, AnEventIsOneActionThatCommitsWhenItReturns) {
-    Boxes boxes;
+    veltest::RecordedBoxes boxes;
     bool ended = false;
     vb::InstalledEnvironment env({.messageBoxes = &boxes, .onEnd = [&] { ended = true; }});
     vb::RunEvent([&] {
@@ -171,17 +162,10 @@ TEST_F(Transactions, AnEventIsOneActionThatCommitsWhenItReturns) {
 }
 
 TEST_F(Transactions, AnEventThatEndsTheProgramByAnUntrappedErrorLeavesNothing) {
-    Boxes boxes;
     bool ended = false;
     bool rolledBackBeforeTheMessage = false;
-    struct Watching : Boxes {
-        std::function<void()> onShow;
-        int show(const QString& t, const QString& text, int s) override {
-            if (onShow) onShow();
-            return Boxes::show(t, text, s);
-        }
-    } watching;
-    watching.onShow = [&] { rolledBackBeforeTheMessage = !db->InTransaction(); };
+    veltest::RecordedBoxes watching;
+    watching.whileShown = [&](const veltest::ShownBox&) { rolledBackBeforeTheMessage = !db->InTransaction(); };
     vb::InstalledEnvironment env({.messageBoxes = &watching, .onEnd = [&] { ended = true; }});
     vb::RunEvent([&] {
         AddStore(1, QStringLiteral("CENTRO"));
@@ -196,7 +180,7 @@ TEST_F(Transactions, AnEventThatEndsTheProgramByAnUntrappedErrorLeavesNothing) {
 }
 
 TEST_F(Transactions, AnEventOnAFullDiskShowsOneMessageAndChangesNothing) {
-    Boxes boxes;
+    veltest::RecordedBoxes boxes;
     bool ended = false;
     vb::InstalledEnvironment env({.messageBoxes = &boxes, .onEnd = [&] { ended = true; }});
     AddStore(1, QStringLiteral("CENTRO"));

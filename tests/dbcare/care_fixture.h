@@ -8,6 +8,7 @@
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
 #include "runtime/progressbar.h"
+#include "support/message_boxes.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -19,20 +20,10 @@
 
 namespace veltest {
 
-class CareBoxes : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        return vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
-};
-
 class CareFixture : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    CareBoxes boxes;
+    RecordedBoxes boxes;
     bool ended = false;
     std::optional<vb::InstalledEnvironment> env;
 

@@ -7,6 +7,7 @@
 #include "runtime/forms.h"
 #include "runtime/msgbox.h"
 #include "printing/print_job.h"
+#include "printing/membrete_ini.h"
 #include "runtime/print_transcript.h"
 #include "runtime/vb.h"
 #include <QTimer>
@@ -90,6 +91,65 @@ TEST_F(PrintJobTest, PrintingToAFileSendsTheJobToThatFile) {
     run({prints("x")});
     EXPECT_EQ(recorder.last().destination.kind, vb::PrintDestination::Kind::File);
     EXPECT_EQ(recorder.last().destination.file, "/tmp/albaran.pdf");
+}
+
+// The file of one job's dialog is that job's alone: the next document with no
+// dialog of its own (the point of sale's ticket) goes to the default printer.
+TEST_F(PrintJobTest, TheFileChosenInADialogIsForgottenWhenItsJobEnds) {
+    dialogs.answers.push_back(vb::PrinterChoice{.printerName = {}, .outputFile = "/tmp/albaran.pdf"});
+    run({prints("albaran")});
+    vb::Printer().Print("ticket");
+    vb::Printer().EndDoc();
+    ASSERT_EQ(recorder.jobs.size(), 2u);
+    EXPECT_EQ(recorder.jobs[0].destination.file, "/tmp/albaran.pdf");
+    EXPECT_EQ(recorder.jobs[1].destination.kind, recorder.defaultDestination().kind);
+    EXPECT_EQ(recorder.jobs[1].destination.name(), recorder.defaultDestination().name());
+    EXPECT_NE(recorder.jobs[1].destination.file, "/tmp/albaran.pdf");
+}
+
+// A job whose procedures printed nothing opened no document on the file; the
+// file is forgotten all the same.
+TEST_F(PrintJobTest, AFileChosenForAJobThatPrintedNothingIsForgottenToo) {
+    dialogs.answers.push_back(vb::PrinterChoice{.printerName = {}, .outputFile = "/tmp/albaran.pdf"});
+    run({[] {}});
+    EXPECT_TRUE(recorder.jobs.empty());
+    vb::Printer().Print("ticket");
+    vb::Printer().EndDoc();
+    ASSERT_EQ(recorder.jobs.size(), 1u);
+    EXPECT_NE(recorder.jobs[0].destination.file, "/tmp/albaran.pdf");
+}
+
+// A printer chosen in the dialog stays the Printer's (the Printer follows the
+// chosen printer), only a file is one job's.
+TEST_F(PrintJobTest, APrinterChosenInADialogStaysForTheNextDocument) {
+    dialogs.answers.push_back(mostrador());
+    run({prints("albaran")});
+    vb::Printer().Print("ticket");
+    vb::Printer().EndDoc();
+    ASSERT_EQ(recorder.jobs.size(), 2u);
+    EXPECT_EQ(recorder.jobs[1].destination.printer, "Mostrador");
+}
+
+// A bad membrete.ini is not passed over as a printer's fault is: the document
+// is given up, no later procedure runs, and the error goes on to the window's
+// event (whose runtime message names the fault).
+TEST_F(PrintJobTest, ABadMembreteGivesUpTheDocumentAndGoesOn) {
+    dialogs.answers.push_back(vb::PrinterChoice{.printerName = {}, .outputFile = "/tmp/factura.pdf"});
+    bool pie = false;
+    try {
+        run({prints("primera"), [] { (void)vel::letterheads::LeeMembrete("fax=1"); }, [&] { pie = true; }});
+        FAIL() << "the error was passed over";
+    } catch (const vb::RuntimeError& e) {
+        EXPECT_EQ(e.Number, 5);
+        EXPECT_TRUE(e.Description.contains("membrete.ini"));
+    }
+    EXPECT_FALSE(pie);
+    ASSERT_EQ(recorder.jobs.size(), 1u);
+    EXPECT_FALSE(recorder.last().ended);
+    EXPECT_TRUE(recorder.last().aborted);
+    EXPECT_FALSE(vb::Printer().DocumentOpen());
+    EXPECT_NE(vb::Printer().Destination().file, "/tmp/factura.pdf");
+    EXPECT_FALSE(vb::Visible(&Calendario));
 }
 
 TEST_F(PrintJobTest, ACancelledDialogPrintsNothingAndSaysNothing) {

@@ -201,7 +201,7 @@ TEST_F(NoteControl, AnsweringNoDoesNothing) {
     tienda->db->Execute(veltest::NotaCabecera(1, 2026, 1, QStringLiteral("P")));
     Abrir();
     Grid()->SetRow(1);
-    cajas.answers << vb::vbNo;
+    cajas.answers.push_back(vb::vbNo);
     Click("CommandFacturar");
     EXPECT_EQ(cajas.shown.size(), 1);
     EXPECT_EQ(Fila("SELECT * FROM cabecera_factura_venta", {"numero_cabecera_factura_venta"}), QStringList{});

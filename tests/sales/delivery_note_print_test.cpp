@@ -2,7 +2,6 @@
 // it counts, the continuation between pages and its foot.
 #include "print_fixture.h"
 #include "runtime/errors.h"
-#include "printing/print_job.h"
 #include "runtime/vb.h"
 #include <QFile>
 
@@ -198,42 +197,6 @@ TEST_F(DeliveryNotePrint, AWideBrutoIsCutAtTheDiscountsStop) {
     d.Labelbruto = "123456789.5";
     const QString values = print_layout::LineaTotalesAlbaran(d);
     EXPECT_TRUE(values.startsWith("    123456789.0.00    3.00")) << qPrintable(values);
-}
-
-class DeliveryNoteJob : public DeliveryNotePrint {
-protected:
-    vb::CommonDialog CommonDialog1;
-    bool printButton(const print_layout::Documento& d) {
-        return vb::RunPrintJob({.dialog = &CommonDialog1,
-                                .procedures = {[&] { print_layout::cabeceraalbaran(vb::Printer(), d); },
-                                               [&] { print_layout::detallealbaran(vb::Printer(), d, contadores); },
-                                               [&] { print_layout::piealbaran(vb::Printer(), d); }}});
-    }
-};
-
-TEST_F(DeliveryNoteJob, ThePrintButtonPrintsHeaderLinesAndFootAsOneDocument) {
-    dialogs.answers.push_back(vb::PrinterChoice{.printerName = "Oficina"});
-    EXPECT_TRUE(printButton(NotaDeEntrega(rejilla, 2)));
-    ASSERT_EQ(recorder.jobs.size(), 1u);
-    EXPECT_TRUE(recorder.last().ended);
-    EXPECT_EQ(recorder.last().destination.printer, "Oficina");
-    EXPECT_TRUE(lines().contains(row(2)));
-    EXPECT_EQ(lines().last(), "");
-}
-
-TEST_F(DeliveryNoteJob, WithTheDialogCancelledNothingIsPrinted) {
-    dialogs.answers.push_back(std::nullopt);
-    const auto d = NotaDeEntrega(rejilla, 2);
-    EXPECT_FALSE(printButton(d));
-    EXPECT_TRUE(recorder.jobs.empty());
-    EXPECT_EQ(contadores.paginas, 0); // the procedures never ran
-}
-
-TEST_F(DeliveryNoteJob, WithNoPrinterNothingIsPrinted) {
-    recorder.noPrinter = true;
-    dialogs.answers.push_back(vb::PrinterChoice{});
-    EXPECT_FALSE(printButton(NotaDeEntrega(rejilla, 2)));
-    EXPECT_TRUE(recorder.jobs.empty());
 }
 
 } // namespace

@@ -105,9 +105,10 @@ TEST_P(DocumentLine, ASubtotalAndATotalOfTenCharactersTakeTheColumnBeforeThem) {
     const QString line = d.linea({"ROLLO", "CABLE", "200", "12.50", "1234567.50", "10", "1111110.75"});
     EXPECT_EQ(line, d.lineaSubtotalYTotalLargos);
     EXPECT_EQ(line.size(), d.ancho);
-    if (d.lineaTotalLargoSinDescuento)
+    if (d.lineaTotalLargoSinDescuento) {
         EXPECT_EQ(d.linea({"ROLLO", "CABLE", "200", "12.50", "1234567.50", "0", "1234567.50"}),
                   *d.lineaTotalLargoSinDescuento);
+    }
     // Longer than ten: the last ten characters.
     EXPECT_EQ(d.piezas({"R", "D", "1", "1", "1", "0", "12345678.901"})[6], "345678.901");
 }

@@ -10,7 +10,7 @@
 #include "runtime/msgbox.h"
 #include "support/print_to.h"
 #include "sales/formalbaranventa.h"
-#include "support/message_boxes.h"
+#include "support/shop_folder.h"
 #include "support/widgets.h"
 
 #include <QApplication>
@@ -32,32 +32,13 @@ const char* kPedro =
 
 class DeliveryNoteWindow : public ::testing::Test {
 protected:
-    QTemporaryDir dir;
-    veltest::RecordedBoxes boxes{veltest::YesToQuestions};
-    bool ended = false;
+    veltest::ShopFolder shop{QDateTime(QDate(2026, 11, 21), QTime(10, 0))};
+    veltest::RecordedBoxes& boxes = shop.boxes;
+    bool& ended = shop.ended;
     std::unique_ptr<vel::FormAlbaranVenta> w;
 
-    void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        vb::SetAppPath(dir.path());
-        vb::SetMessageBoxService(&boxes);
-        vb::ResetEnded();
-        vb::SetEndHandler([this] { ended = true; });
-        vb::clock::pin(QDateTime(QDate(2026, 11, 21), QTime(10, 0)));
-        const QString path = dir.filePath(QStringLiteral("datos.mdb"));
-        vel::schema::CreateEmptyDatabase(path);
-        vel::BaseDatos = vel::Database::OpenDatabase(path).release();
-        vel::BaseDatos->Execute(QString::fromUtf8(kPedro));
-    }
-    void TearDown() override {
-        w.reset();
-        delete vel::BaseDatos;
-        vel::BaseDatos = nullptr;
-        vb::SetMessageBoxService(nullptr);
-        vb::SetEndHandler(nullptr);
-        vb::ResetEnded();
-        vb::clock::unpin();
-    }
+    void SetUp() override { shop.Execute(kPedro); }
+    void TearDown() override { w.reset(); }
     void open() {
         w = std::make_unique<vel::FormAlbaranVenta>();
         w->show();

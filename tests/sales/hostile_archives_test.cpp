@@ -40,7 +40,9 @@ QByteArray Zip(const std::vector<Miembro>& miembros) {
         const auto idx = static_cast<zip_uint64_t>(i);
         zip_set_file_compression(za, idx, m.guardado ? ZIP_CM_STORE : ZIP_CM_DEFLATE, 1);
         if (m.enlace) zip_file_set_external_attributes(za, idx, 0, ZIP_OPSYS_UNIX, (S_IFLNK | 0777u) << 16);
-        if (m.cifrado) EXPECT_EQ(zip_file_set_encryption(za, idx, ZIP_EM_AES_256, "clave"), 0);
+        if (m.cifrado) {
+            EXPECT_EQ(zip_file_set_encryption(za, idx, ZIP_EM_AES_256, "clave"), 0);
+        }
     }
     EXPECT_EQ(zip_close(za), 0);
     zip_stat_t st;

@@ -64,22 +64,6 @@ TEST_F(InvoiceJob, TheInvoiceButtonPrintsOneDocumentNamedAfterTheInvoice) {
     }
 }
 
-TEST_F(InvoiceJob, WithTheDialogCancelledNothingIsPrintedAndTheTitleIsBack) {
-    dialogs.answers.push_back(std::nullopt);
-    EXPECT_FALSE(invoiceButton(Factura(rejilla, 3)));
-    EXPECT_TRUE(recorder.jobs.empty());
-    EXPECT_EQ(contadores.paginas, 0); // the procedures never ran
-    EXPECT_EQ(vb::AppTitle(), "Velmarinda");
-}
-
-TEST_F(InvoiceJob, WithNoPrinterNothingIsPrintedAndTheTitleIsBack) {
-    recorder.noPrinter = true;
-    dialogs.answers.push_back(vb::PrinterChoice{});
-    EXPECT_FALSE(invoiceButton(Factura(rejilla, 3)));
-    EXPECT_TRUE(recorder.jobs.empty());
-    EXPECT_EQ(vb::AppTitle(), "Velmarinda");
-}
-
 // The receipt's job keeps the program's title, and its millimetres override
 // the job's character cells.
 TEST_F(InvoiceJob, TheReceiptButtonPrintsOnePageInMillimetres) {

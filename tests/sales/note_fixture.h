@@ -10,6 +10,7 @@
 #include "runtime/clock.h"
 #include "runtime/errors.h"
 #include "runtime/msgbox.h"
+#include "support/message_boxes.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -45,17 +46,10 @@ inline QString NotaLinea(int tienda, int ejercicio, int numero, int linea) {
         .arg(linea);
 }
 
-class Cajas : public vb::MessageBoxService {
-public:
-    QStringList shown;
-    // Replies to the boxes to come, in order; with none, the default (OK, Yes).
-    QList<int> answers;
-    int show(const QString& title, const QString& text, int style) override {
-        shown << QStringLiteral("%1|%2|%3").arg(title, text).arg(style);
-        if (!answers.isEmpty()) return answers.takeFirst();
-        return (style & 7) == vb::vbYesNo ? vb::vbYes : vb::vbOK;
-    }
-    void about(const QString&, const QString&) override {}
+// The boxes of a shop's day: replies to come in order, then Yes to a
+// question and OK to the rest.
+struct Cajas : RecordedBoxes {
+    Cajas() : RecordedBoxes(YesToQuestions) {}
 };
 
 // A program folder: datos.mdb made by the schema, config.ini naming a store.

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStringList>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -37,10 +38,24 @@ inline Ran run(const QString& program, const QStringList& args, int timeoutMs = 
     return r;
 }
 
+// The factor a page was drawn at: a page composed wider than the printable
+// area is drawn smaller as a whole ("fit to page"). Measured on the first rule
+// of underscores, whose characters are 7.2 points wide when drawn at their size;
+// 1 when the PDF has no such rule.
+inline double drawnScale(const QString& file) {
+    const Ran r = run("pdftotext", {"-bbox", "-f", "1", "-l", "1", file, "-"});
+    static const QRegularExpression word(R"re(<word xMin="([\d.]+)" yMin="[\d.]+" xMax="([\d.]+)" yMax="[\d.]+">(_{40,})</word>)re");
+    const auto m = word.match(r.out);
+    if (!m.hasMatch()) return 1.0;
+    return (m.captured(2).toDouble() - m.captured(1).toDouble()) / (m.captured(3).size() * 7.2);
+}
+
 // The text of a PDF read as fixed-pitch text of 7.2 points a character (the
-// width of "Courier New" 12), so that blanks come back as columns.
+// width of "Courier New" 12) at the scale the page was drawn at, so that
+// blanks come back as columns.
 inline QStringList lines(const QString& file) {
-    const Ran r = run("pdftotext", {"-layout", "-fixed", "7.2", file, "-"});
+    const QString pitch = QString::number(7.2 * drawnScale(file), 'f', 4);
+    const Ran r = run("pdftotext", {"-layout", "-fixed", pitch, file, "-"});
     EXPECT_EQ(r.exitCode, 0) << qPrintable(r.err);
     return r.out.split('\n');
 }

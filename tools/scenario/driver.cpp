@@ -29,7 +29,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QKeySequence>
+#include <QGroupBox>
+#include <QMdiArea>
+#include <QTabWidget>
 #include <QMdiSubWindow>
+#include <QScrollBar>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProcess>
@@ -517,7 +521,11 @@ private:
         QWidget* c = visible(line, 1);
         activate();
         QPoint at = c->rect().center();
-        if (qobject_cast<vb::Form*>(c) || qobject_cast<vel::MDI*>(c)) {
+        // A window, or a frame or tab strip whose middle is covered by a
+        // control inside it, is pointed at on a bare point of its own: that is
+        // where its own MouseMove runs.
+        if (qobject_cast<vb::Form*>(c) || qobject_cast<vel::MDI*>(c) ||
+            ((qobject_cast<QGroupBox*>(c) || qobject_cast<QTabWidget*>(c)) && c->childAt(at))) {
             std::optional<QPoint> bare;
             for (int y = 2; y < c->height() && !bare; y += 4)
                 for (int x = 2; x < c->width() && !bare; x += 4)
@@ -525,10 +533,28 @@ private:
             if (!bare) error("la ventana " + line.arg(1) + " no tiene ningún punto sin controles");
             at = *bare;
         }
+        scrollIntoView(c, at);
         // A move from elsewhere, so that the pointer arrives even when it was
         // already there.
         QTest::mouseMove(c->window(), QPoint(0, 0));
         QTest::mouseMove(c, at);
+    }
+
+    // A point of a child window that lies outside the visible part of the
+    // main window's workspace (a tall window on a small screen) is brought
+    // into it with the workspace's scroll bars, as the user would before
+    // pointing at it: a pointer only reaches what is on screen.
+    static void scrollIntoView(QWidget* c, QPoint at) {
+        auto* area = c->window()->findChild<QMdiArea*>();
+        if (!area || !area->isAncestorOf(c)) return;
+        const QRect visible = area->viewport()->rect().adjusted(2, 2, -2, -2);
+        const QPoint p = c->mapTo(area->viewport(), at);
+        if (visible.contains(p)) return;
+        if (p.y() < visible.top() || p.y() > visible.bottom())
+            area->verticalScrollBar()->setValue(area->verticalScrollBar()->value() + p.y() - visible.center().y());
+        if (p.x() < visible.left() || p.x() > visible.right())
+            area->horizontalScrollBar()->setValue(area->horizontalScrollBar()->value() + p.x() - visible.center().x());
+        QCoreApplication::processEvents();
     }
 
     // The timer of a window by its name (`Timer1`, `Fpruebacontroles.Timer1`):
